@@ -1,0 +1,71 @@
+#include "cli_context.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+
+#include "halvard/data/file_parser.h"
+#include "halvard/error.h"
+#include "halvard/platform/app_paths.h"
+#include "halvard/settings/folders.h"
+
+namespace halvard::cli {
+namespace fs = std::filesystem;
+
+namespace {
+
+void ApplySet(settings::Config& config, const std::string& assignment) {
+  const size_t slash = assignment.find('/');
+  const size_t eq = assignment.find('=', slash == std::string::npos ? 0 : slash);
+  if (slash == std::string::npos || eq == std::string::npos) {
+    throw UsageError("--set \"" + assignment + "\": expected \"Section/Value Name=text\"");
+  }
+  settings::SetSettingFromText(config, assignment.substr(0, slash),
+                               assignment.substr(slash + 1, eq - slash - 1),
+                               assignment.substr(eq + 1));
+}
+
+fs::path ExecutableFolder() {
+  std::error_code ec;
+  const fs::path self = fs::read_symlink("/proc/self/exe", ec);
+  return ec ? fs::path() : self.parent_path();
+}
+
+}  // namespace
+
+fs::path SamplesFolder() {
+  std::vector<fs::path> candidates;
+  if (const char* env = std::getenv("HALVARD_SAMPLES"); env != nullptr && *env != '\0') {
+    candidates.emplace_back(env);
+  }
+  if (const fs::path exe = ExecutableFolder(); !exe.empty()) {
+    candidates.push_back(exe.parent_path() / "share/halvard600/samples");
+  }
+  candidates.emplace_back(HALVARD_INSTALLED_SAMPLES);
+  candidates.emplace_back(HALVARD_SOURCE_SAMPLES);
+  std::error_code ec;
+  for (const fs::path& c : candidates) {
+    if (fs::is_directory(c / "data", ec)) return c;
+  }
+  return {};
+}
+
+std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMode mode) {
+  const fs::path file =
+      options.configFile.empty() ? platform::DefaultSettingsFile() : fs::path(options.configFile);
+  auto session = std::make_unique<runs::Session>(settings::MRegistry(file));
+  session->ReadSettings();
+  if (!options.stockDir.empty()) session->config.StockFilePath = options.stockDir;
+  if (!options.listDir.empty()) session->config.IncFilePath = options.listDir;
+  if (mode == StartMode::kFull) {
+    const std::string notice = settings::PrepareFolders(session->config, SamplesFolder());
+    if (!notice.empty()) std::cerr << "halvard: first run: " << notice;
+    if (!session->StartUp())
+      std::cerr << "halvard: warning: " << data::kIndexMissingMessage << "\n";
+  }
+  for (const std::string& s : options.sets) ApplySet(session->config, s);
+  return session;
+}
+
+}  // namespace halvard::cli

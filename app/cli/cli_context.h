@@ -1,0 +1,34 @@
+#pragma once
+// How every command of the command line starts: the settings file, the folder options, the
+// start-up of the main window (without windows) and the --set overrides.
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "halvard/runs/session.h"
+
+namespace halvard::cli {
+
+struct GlobalOptions {
+  std::string configFile;
+  std::string stockDir;
+  std::string listDir;
+  std::vector<std::string> sets;  // "Section/Value Name=text"
+};
+
+enum class StartMode {
+  kSettingsOnly,  // the config commands: the store as it is, nothing forced or loaded
+  kFull,          // every other command: folders checked, start-up values forced, index loaded
+};
+
+// Reads the settings, applies --stock-dir/--list-dir, starts up (kFull), then applies --set.
+// Notices and warnings go to stderr.
+std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMode mode);
+
+// The folder of the bundled samples: $HALVARD_SAMPLES, beside the installed program, or the
+// source tree's; empty when none exists.
+std::filesystem::path SamplesFolder();
+
+}  // namespace halvard::cli

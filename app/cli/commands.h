@@ -1,0 +1,14 @@
+#pragma once
+// The subcommands of halvard. Each Add* registers its subcommand on the app; the callback it
+// installs runs the command with the global options.
+
+#include <CLI/CLI.hpp>
+
+#include "cli_context.h"
+
+namespace halvard::cli {
+
+void AddConfigCommand(CLI::App& app, const GlobalOptions& options);
+void AddBoxesCommand(CLI::App& app, const GlobalOptions& options);
+
+}  // namespace halvard::cli

@@ -1,0 +1,85 @@
+#include "halvard/data/watch_list.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "halvard/error.h"
+#include "halvard/platform/files.h"
+#include "halvard/platform/line_reader.h"
+
+namespace halvard::data {
+using platform::LineReader;
+namespace fs = std::filesystem;
+
+namespace {
+
+bool EndsWithInc(std::string_view name) {
+  return name.size() > 4 && platform::EqualsIgnoreCase(name.substr(name.size() - 4), ".inc");
+}
+
+std::string_view TrimBlanks(std::string_view s) {
+  while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
+  while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
+  return s;
+}
+
+}  // namespace
+
+std::vector<std::string> ReadWatchList(const fs::path& path, Quotes quotes) {
+  const auto resolved = platform::ResolvePath(path);
+  if (!resolved) throw Error("watch list " + path.string() + " does not exist");
+  const std::string text = platform::ReadWholeFile(*resolved);
+  std::vector<std::string> symbols;
+  LineReader reader(text);
+  std::string_view line;
+  std::string unquoted;
+  while (reader.Next(line)) {
+    if (quotes == Quotes::kStrip) {
+      unquoted.assign(line);
+      std::erase(unquoted, '"');
+      line = unquoted;
+    }
+    line = TrimBlanks(line);
+    if (!line.empty()) symbols.emplace_back(line);
+  }
+  return symbols;
+}
+
+std::string WatchListText(const std::vector<std::string>& symbols) {
+  std::string text;
+  for (const std::string& s : symbols) {
+    text += s;
+    text += "\r\n";
+  }
+  return text;
+}
+
+void WriteWatchList(const fs::path& path, std::string_view listText) {
+  std::string content(listText);
+  content += "\r\n";
+  platform::WriteFileAtomically(path, content);
+}
+
+std::vector<std::string> ListWatchLists(const fs::path& folder) {
+  std::vector<std::string> names;
+  std::error_code ec;
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+    std::string name = it->path().filename().string();
+    if (EndsWithInc(name) && !it->is_directory(ec)) names.push_back(std::move(name));
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+fs::path WatchListPath(const fs::path& folder, const std::string& name) {
+  const std::string file = EndsWithInc(name) ? name : name + ".inc";
+  // A name with a folder in it is a path of its own, not a list of the watch-list folder.
+  if (name.find('/') != std::string::npos) return file;
+  return folder / file;
+}
+
+std::string XWeekHighListName(int weeks) {
+  return std::to_string(weeks) + "WeekHigh";
+}
+
+}  // namespace halvard::data

@@ -1,0 +1,47 @@
+#pragma once
+// Watch lists: ".inc" files of symbols, one a line, CR LF line ends. In memory a list is the
+// text of its symbols, each followed by CR LF.
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace halvard::data {
+
+enum class Quotes { kKeep, kStrip };
+
+// The symbols of a list file in file order: spaces trimmed, blank lines skipped, duplicates
+// kept. With Quotes::kStrip every double quote is removed first (the main window's loader does
+// this so lists written with quoted symbols load too). A missing file is a halvard::Error.
+std::vector<std::string> ReadWatchList(const std::filesystem::path& path,
+                                       Quotes quotes = Quotes::kKeep);
+
+// The in-memory text of a list: each symbol followed by CR LF.
+std::string WatchListText(const std::vector<std::string>& symbols);
+
+// Replaces the file (atomically) with the list text followed by one more CR LF.
+void WriteWatchList(const std::filesystem::path& path, std::string_view listText);
+
+// The file names of the lists in a folder (names ending in ".inc", any case), sorted.
+std::vector<std::string> ListWatchLists(const std::filesystem::path& folder);
+
+// The file of a list named on the command line: folder/NAME.inc (no second ".inc" when NAME has
+// it already); a NAME holding a "/" is taken as a path of its own.
+std::filesystem::path WatchListPath(const std::filesystem::path& folder, const std::string& name);
+
+// The list names the runs propose when saving their results.
+inline constexpr std::string_view kFiftyTwoWeekHighListName = "52WeekHigh";
+inline constexpr std::string_view kUnusualListName = "Unusual";
+inline constexpr std::string_view kCorvaneListName = "corvane";
+inline constexpr std::string_view kInABoxListName = "inbox";
+inline constexpr std::string_view kBuyListName = "buy";
+inline constexpr std::string_view kBelowStopLossListName = "belowstoploss";
+inline constexpr std::string_view kTopEPSRankListName = "TopEPSRank";
+inline constexpr std::string_view kTopRSRankListName = "TopRSRank";
+inline constexpr std::string_view kIncreasingEPSListName = "IncreasingEPS";
+inline constexpr std::string_view kIncreasingRSListName = "IncreasingRS";
+// The X-week-high scan: the number of weeks followed at once by "WeekHigh" (26WeekHigh).
+std::string XWeekHighListName(int weeks);
+
+}  // namespace halvard::data

@@ -1,0 +1,29 @@
+#include "halvard/engine/stock_view.h"
+
+namespace halvard::engine {
+
+void ComputeRSLine(StockView& v) {
+  if (!v.rsAvailable || v.barCount <= 0) return;
+  v.rsMin = 10000;
+  v.rsMax = 0;
+  for (int i = 0; i < v.barCount; ++i) {
+    // The line holds 366 days; a longer history ends the computation there, with the values so
+    // far kept and no head-room added.
+    if (i >= StockView::kRsValues) return;
+    double rs = 0;
+    if (v.indexClose[i] > 0) {
+      rs = v.barClose[i] / v.indexClose[i];
+    } else if (i == 0) {
+      return;  // nothing to carry forward on the newest day
+    } else {
+      rs = v.rsLine[i - 1];
+    }
+    v.rsLine[i] = rs;
+    if (rs < v.rsMin) v.rsMin = rs;
+    if (rs > v.rsMax) v.rsMax = rs;
+  }
+  v.rsMin -= v.rsMin / 10;
+  v.rsMax += v.rsMax / 10;
+}
+
+}  // namespace halvard::engine

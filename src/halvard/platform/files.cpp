@@ -1,0 +1,129 @@
+#include "halvard/platform/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "halvard/error.h"
+
+namespace halvard::platform {
+namespace fs = std::filesystem;
+
+namespace {
+
+// Closes a POSIX descriptor when the scope ends.
+class Descriptor {
+ public:
+  explicit Descriptor(int fd) : fd_(fd) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  int get() const { return fd_; }
+  int release() {
+    const int fd = fd_;
+    fd_ = -1;
+    return fd;
+  }
+
+ private:
+  int fd_;
+};
+
+std::string Describe(const fs::path& path, const char* what, int error) {
+  return path.string() + ": " + what + ": " + std::strerror(error);
+}
+
+bool WriteAll(int fd, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t n = ::write(fd, content.data(), content.size());
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      return false;
+    }
+    content.remove_prefix(static_cast<size_t>(n));
+  }
+  return true;
+}
+
+}  // namespace
+
+bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i) {
+    const auto fold = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    if (fold(a[i]) != fold(b[i])) return false;
+  }
+  return true;
+}
+
+std::optional<fs::path> ResolvePath(const fs::path& path) {
+  struct stat st;
+  if (::stat(path.c_str(), &st) == 0) return path;
+  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+  const std::string name = path.filename().string();
+  std::error_code ec;
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+    if (EqualsIgnoreCase(it->path().filename().string(), name)) {
+      return path.has_parent_path() ? folder / it->path().filename() : it->path().filename();
+    }
+  }
+  return std::nullopt;
+}
+
+bool FileExists(const fs::path& path) {
+  return ResolvePath(path).has_value();
+}
+
+std::string ReadWholeFile(const fs::path& path) {
+  Descriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (fd.get() < 0) throw Error(Describe(path, "cannot open", errno));
+  struct stat st;
+  if (::fstat(fd.get(), &st) != 0) throw Error(Describe(path, "cannot read", errno));
+  std::string content;
+  content.resize(static_cast<size_t>(st.st_size));
+  size_t filled = 0;
+  for (;;) {
+    if (filled == content.size()) content.resize(content.size() + 4096);
+    const ssize_t n = ::read(fd.get(), content.data() + filled, content.size() - filled);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      throw Error(Describe(path, "cannot read", errno));
+    }
+    if (n == 0) break;
+    filled += static_cast<size_t>(n);
+  }
+  content.resize(filled);
+  return content;
+}
+
+void WriteFileAtomically(const fs::path& path, std::string_view content) {
+  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+  std::string temp = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
+  Descriptor fd(::mkstemp(temp.data()));
+  if (fd.get() < 0) throw Error(Describe(path, "cannot create a file in its folder", errno));
+
+  // Keep the mode of the file being replaced; a new file gets the usual 0666 less the umask.
+  struct stat st;
+  mode_t mode = 0;
+  if (::stat(path.c_str(), &st) == 0) {
+    mode = st.st_mode & 07777;
+  } else {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    mode = 0666 & ~mask;
+  }
+  const bool written = ::fchmod(fd.get(), mode) == 0 && WriteAll(fd.get(), content) &&
+                       ::fsync(fd.get()) == 0 && ::close(fd.release()) == 0;
+  if (!written || ::rename(temp.c_str(), path.c_str()) != 0) {
+    const int error = errno;
+    ::unlink(temp.c_str());
+    throw Error(Describe(path, "cannot write", error));
+  }
+}
+
+}  // namespace halvard::platform

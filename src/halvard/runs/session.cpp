@@ -1,0 +1,29 @@
+#include "halvard/runs/session.h"
+
+#include "halvard/data/file_parser.h"
+
+namespace halvard::runs {
+
+Session::Session(settings::MRegistry store)
+    : store_(std::move(store)), view_(std::make_unique<engine::StockView>()) {}
+
+bool Session::StartUp() {
+  config.showRS = true;
+  config.rsCheckEnabled = true;
+  config.rsDayCurr = 10;
+  return data::LoadIndexFile(*view_, config.StockFilePath + "/" + std::string(data::kIndexFileName),
+                             config);
+}
+
+std::string Session::StockPath(const std::string& symbol) const {
+  return config.StockFilePath + "/" + symbol + ".txt";
+}
+
+bool Session::ShowSymbol(const std::string& symbol) {
+  if (!data::LoadStockFile(*view_, StockPath(symbol))) return false;
+  if (config.showRS) engine::ComputeRSLine(*view_);
+  chartReady = true;
+  return true;
+}
+
+}  // namespace halvard::runs

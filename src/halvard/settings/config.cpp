@@ -1,0 +1,192 @@
+#include "halvard/settings/config.h"
+
+#include <cmath>
+#include <optional>
+
+#include "halvard/platform/app_paths.h"
+#include "halvard/platform/date_text.h"
+#include "halvard/platform/files.h"
+#include "halvard/platform/number_text.h"
+
+namespace halvard::settings {
+namespace {
+
+using platform::EqualsIgnoreCase;
+
+// Conversions between a property and its stored text. Each FromText returns false when the text
+// does not convert; the message names the expected kind of text.
+std::string ToText(const std::string& v) {
+  return v;
+}
+std::string ToText(bool v) {
+  return v ? "True" : "False";
+}
+std::string ToText(int16_t v) {
+  return std::to_string(v);
+}
+std::string ToText(double v) {
+  return platform::FormatGeneral(v);
+}
+std::string ToText(DateValue v) {
+  return platform::FormatDateTime(v.serial);
+}
+
+const char* Expected(const std::string&) {
+  return "a text";
+}
+const char* Expected(bool) {
+  return "True, False or a number";
+}
+const char* Expected(int16_t) {
+  return "a whole number from -32768 to 32767";
+}
+const char* Expected(double) {
+  return "a number";
+}
+const char* Expected(DateValue) {
+  return "a date or a time of day";
+}
+
+bool FromText(std::string_view text, std::string& out) {
+  out = std::string(text);
+  return true;
+}
+
+bool FromText(std::string_view text, bool& out) {
+  const std::string_view t = platform::TrimSpaces(text);
+  if (EqualsIgnoreCase(t, "True")) {
+    out = true;
+  } else if (EqualsIgnoreCase(t, "False")) {
+    out = false;
+  } else if (const auto number = platform::ParseDouble(t)) {
+    out = *number != 0;  // so the historical default "10" reads as true
+  } else {
+    return false;
+  }
+  return true;
+}
+
+bool FromText(std::string_view text, int16_t& out) {
+  const auto number = platform::ParseDouble(text);
+  if (!number) return false;
+  const double rounded = std::nearbyint(*number);  // half to even
+  if (!(rounded >= -32768 && rounded <= 32767)) return false;
+  out = static_cast<int16_t>(rounded);
+  return true;
+}
+
+bool FromText(std::string_view text, double& out) {
+  const auto number = platform::ParseDouble(text);
+  if (!number) return false;
+  out = *number;
+  return true;
+}
+
+bool FromText(std::string_view text, DateValue& out) {
+  const auto serial = platform::ParseDateTime(text);
+  if (!serial) return false;
+  out.serial = *serial;
+  return true;
+}
+
+// Calls visit(section, name, defaultText, field) for every setting, in the table's order.
+template <class C, class Visitor>
+void VisitSettings(C& c, Visitor&& visit) {
+  visit("Paths", "Stock File Path", DefaultStockFilePath(), c.StockFilePath);
+  visit("Paths", "Inc File Path", DefaultIncFilePath(), c.IncFilePath);
+  visit("Download", "Time", "4:00 PM", c.downloadTime);
+  visit("Download", "Date", "1/1/00", c.downloadDate);
+  visit("Download", "Enabled", "False", c.enableAutoDownload);
+  visit("View", "ShowRS", "False", c.showRS);
+  visit("View", "Current", "4", c.currentView);
+  visit("View", "Height", "5010", c.windowHeight);
+  visit("View", "Width", "12255", c.windowWidth);
+  visit("Batch", "RS Days", "10", c.rsDayCurr);
+  visit("Batch", "RS Check", "10", c.rsCheckEnabled);
+  visit("Batch", "Use Unusual Volume", "True", c.useUnusualVolume);
+  visit("Batch", "BuyMode", "1", c.buyMode);
+  visit("Batch", "Unusual Volume Percentage", "0.25", c.unusualVolumePercentage);
+  visit("Batch", "Stop Loss Limit", "0.125", c.stopLossLimit);
+  visit("Scans", "52 Week Period", "12", c.period52week);
+  visit("Scans", "X Week Period", "12", c.periodXweek);
+  visit("Scans", "X Week Quantity", "4", c.periodXQuantity);
+  visit("Scans", "Box scan Period", "12", c.periodBoxScan);
+  visit("Scans", "Enable Graph Update", "True", c.enableGraphUpdate);
+  visit("Scans", "Rank Scan Percentage", "20", c.EPSRankScanPercentage);
+  visit("Scans", "RS Rank Scan Percentage", "20", c.RSRankScanPercentage);
+}
+
+std::string Describe(std::string_view section, std::string_view name, std::string_view text) {
+  return "[" + std::string(section) + "] " + std::string(name) + " = \"" + std::string(text) + "\"";
+}
+
+template <class Field>
+void Convert(std::string_view section, std::string_view name, std::string_view text, Field& field,
+             const std::string& where) {
+  Field value{};
+  if (!FromText(text, value)) {
+    throw Error(where + "setting " + Describe(section, name, text) + " is not " + Expected(value));
+  }
+  field = value;
+}
+
+}  // namespace
+
+std::string DefaultStockFilePath() {
+  return (platform::DataHome() / "data").string();
+}
+std::string DefaultIncFilePath() {
+  return (platform::DataHome() / "watchlists").string();
+}
+
+void Config::ReadConfig(const MRegistry& store) {
+  VisitSettings(*this,
+                [&](const char* section, const char* name, const std::string& def, auto& field) {
+                  const std::string text = store.GetString(kAppName, section, name, def);
+                  Convert(section, name, text, field, store.file().string() + ": ");
+                });
+}
+
+void Config::WriteConfig(const MRegistry& store) const {
+  std::vector<StoredValue> values;
+  VisitSettings(*this,
+                [&](const char* section, const char* name, const std::string&, const auto& field) {
+                  values.push_back({section, name, ToText(field)});
+                });
+  store.SaveStrings(kAppName, values);
+}
+
+std::vector<SettingText> SettingsAsText(const Config& config) {
+  std::vector<SettingText> all;
+  VisitSettings(config,
+                [&](const char* section, const char* name, const std::string&, const auto& field) {
+                  all.push_back({section, name, ToText(field)});
+                });
+  return all;
+}
+
+SettingText GetSettingText(const Config& config, std::string_view section, std::string_view name) {
+  for (SettingText& s : SettingsAsText(config)) {
+    if (EqualsIgnoreCase(s.section, section) && EqualsIgnoreCase(s.name, name)) return s;
+  }
+  throw UsageError("there is no setting " + std::string(section) + "/" + std::string(name) +
+                   " (\"halvard config show\" lists them all)");
+}
+
+SettingText SetSettingFromText(Config& config, std::string_view section, std::string_view name,
+                               std::string_view text) {
+  std::optional<SettingText> found;
+  VisitSettings(config, [&](const char* s, const char* n, const std::string&, auto& field) {
+    if (found || !EqualsIgnoreCase(s, section) || !EqualsIgnoreCase(n, name)) return;
+    try {
+      Convert(s, n, text, field, "");
+    } catch (const Error& e) {
+      throw UsageError(e.what());
+    }
+    found = SettingText{s, n, ToText(field)};
+  });
+  if (!found) return GetSettingText(config, section, name);  // throws the unknown-setting error
+  return *found;
+}
+
+}  // namespace halvard::settings

@@ -1,0 +1,82 @@
+#pragma once
+// Config: every user setting, read from and written to the settings store (MRegistry). The
+// properties keep their long-standing names; each is a plain field, read and set as it is.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "halvard/settings/registry.h"
+
+namespace halvard::settings {
+
+// A date or time of day kept as a day count from 12/30/1899 (the fraction is the time).
+struct DateValue {
+  double serial = 0;
+  friend bool operator==(const DateValue&, const DateValue&) = default;
+};
+
+class Config {
+ public:
+  // Paths
+  std::string StockFilePath;
+  std::string IncFilePath;
+  // Download
+  DateValue downloadTime;
+  DateValue downloadDate;
+  bool enableAutoDownload = false;
+  // View
+  bool showRS = false;
+  int16_t currentView = 4;
+  int16_t windowHeight = 5010;
+  int16_t windowWidth = 12255;
+  // Batch
+  int16_t rsDayCurr = 10;
+  bool rsCheckEnabled = true;
+  bool useUnusualVolume = true;
+  int16_t buyMode = 1;
+  double unusualVolumePercentage = 0.25;
+  double stopLossLimit = 0.125;
+  // Scans
+  int16_t period52week = 12;
+  int16_t periodXweek = 12;
+  int16_t periodXQuantity = 4;
+  int16_t periodBoxScan = 12;
+  bool enableGraphUpdate = true;
+  int16_t EPSRankScanPercentage = 20;
+  int16_t RSRankScanPercentage = 20;
+
+  // Fills every property from the store, in the order of the settings table; a missing value
+  // takes its default text. A text that does not convert is a halvard::Error naming the
+  // section, the value name and the text.
+  void ReadConfig(const MRegistry& store);
+  // Stores every property as text, section by section (Paths, Download, View, Batch, Scans).
+  void WriteConfig(const MRegistry& store) const;
+};
+
+// One setting as text: how "config show" lists it and how the store holds it.
+struct SettingText {
+  std::string section;
+  std::string name;
+  std::string text;
+};
+
+// Every setting as WriteConfig would store it, in the settings table's order.
+std::vector<SettingText> SettingsAsText(const Config& config);
+
+// The text of one setting (section and name match without regard to case); an unknown setting
+// is a halvard::UsageError.
+SettingText GetSettingText(const Config& config, std::string_view section, std::string_view name);
+
+// Converts the text to the setting's type and stores it; returns the setting with its names as
+// the table spells them and the text as it would be stored. An unknown setting or a text that
+// does not convert is a halvard::UsageError.
+SettingText SetSettingFromText(Config& config, std::string_view section, std::string_view name,
+                               std::string_view text);
+
+// The default folders of a fresh machine (under the XDG data folder).
+std::string DefaultStockFilePath();
+std::string DefaultIncFilePath();
+
+}  // namespace halvard::settings

@@ -1,0 +1,98 @@
+#!/usr/bin/env bash
+# The command line as a user meets it: output, messages and exit codes of halvard.
+# Usage: cli_test.sh HALVARD TESTDATA SAMPLES
+set -u
+halvard=$1
+data=$2/cli
+samples=$3
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+export HOME=$scratch/home XDG_DATA_HOME=$scratch/share XDG_CONFIG_HOME=$scratch/config
+unset HALVARD_CONFIG HALVARD_SAMPLES
+mkdir -p "$HOME" "$scratch/lists"
+
+passed=0
+failed=0
+# check NAME EXPECTED ACTUAL
+check() {
+  if [ "$2" == "$3" ]; then
+    passed=$((passed + 1))
+  else
+    failed=$((failed + 1))
+    printf 'FAILED: %s\n--- expected\n%s\n--- actual\n%s\n' "$1" "$2" "$3"
+  fi
+}
+# run ARGS...: sets out, err, rc
+run() {
+  out=$("$halvard" "$@" 2>"$scratch/stderr")
+  rc=$?
+  err=$(cat "$scratch/stderr")
+}
+box=(--stock-dir "$data/prices" --list-dir "$scratch/lists")
+
+run "${box[@]}" boxes BOX --view 2 --json
+check "boxes --json" '{"symbol":"BOX","barCount":9,"viewDays":24,"boxes":[[7,6,2,1]],"corvanes":[]}' "$out"
+check "boxes --json exit status" 0 "$rc"
+check "missing index warning" "halvard: warning: Unable to read ^IXIC.txt, Relative Strength Not Available" "$err"
+
+run "${box[@]}" boxes BOX --view 2
+check "boxes as text" "$(cat "$data/boxes_box_view2.txt")" "$out"
+
+run "${box[@]}" --set "View/Current=2" boxes BOX --json
+check "--set chooses the view" '{"symbol":"BOX","barCount":9,"viewDays":24,"boxes":[[7,6,2,1]],"corvanes":[]}' "$out"
+
+run "${box[@]}" boxes NOPE
+check "missing symbol exit status" 1 "$rc"
+check "missing symbol message" "halvard: error: no price file for NOPE: $data/prices/NOPE.txt does not exist" \
+  "$(tail -n 1 <<<"$err")"
+
+run "${box[@]}" boxes BROKEN
+check "broken file exit status" 1 "$rc"
+check "broken file message" "halvard: error: $data/prices/BROKEN.txt line 3: the high \"two\" is not a number" \
+  "$(tail -n 1 <<<"$err")"
+
+run "${box[@]}" boxes BOX --view 9
+check "view out of range is a usage error" 2 "$rc"
+run "${box[@]}" --set "View/Nothing=1" boxes BOX
+check "unknown --set is a usage error" 2 "$rc"
+run "${box[@]}" --set "View/Current=x" boxes BOX
+check "--set that does not convert is a usage error" 2 "$rc"
+
+# Settings: a fresh machine has none; show gives the defaults, set writes one value.
+run config show
+check "config show on a fresh machine" "$(sed "s|@DATA@|$XDG_DATA_HOME|" "$data/config_show_defaults.txt")" "$out"
+check "config show writes nothing" "no" "$([ -e "$XDG_CONFIG_HOME/halvard600/settings.ini" ] && echo yes || echo no)"
+run config set batch "stop loss limit" 0.25
+check "config set answers" "Batch/Stop Loss Limit=0.25" "$out"
+run config get Batch "Stop Loss Limit"
+check "config get" "0.25" "$out"
+check "settings file" $'[Batch]\r\nStop Loss Limit=0.25\r' "$(cat "$XDG_CONFIG_HOME/halvard600/settings.ini")"
+run config set View Current four
+check "config set refuses a bad value" 2 "$rc"
+run config get Batch "Stop Loss Limit"
+check "a refused value leaves the file" "0.25" "$out"
+run --config "$scratch/other.ini" config set View Current 5
+run --config "$scratch/other.ini" config get View Current
+check "--config names the settings file" "5" "$out"
+
+# A configured folder that does not exist: say so and how to go on.
+run config set Paths "Stock File Path" "$scratch/nowhere"
+run boxes AAL
+check "missing configured folder exit status" 1 "$rc"
+case "$err" in
+  *"the stock files folder \"$scratch/nowhere\" does not exist"*"--stock-dir"*) check "missing folder message" ok ok ;;
+  *) check "missing folder message" "mentions the folder and --stock-dir" "$err" ;;
+esac
+
+# First run with the default folders: they are made from the bundled samples.
+rm "$XDG_CONFIG_HOME/halvard600/settings.ini"
+run boxes AAL --json
+check "first run works on the samples" 0 "$rc"
+check "first run says what it made" "halvard: first run: created the stock files folder $XDG_DATA_HOME/halvard600/data with 41 sample files" \
+  "$(head -n 1 <<<"$err")"
+check "first run lists" "yes" "$([ -e "$XDG_DATA_HOME/halvard600/watchlists/sample.inc" ] && echo yes || echo no)"
+check "no index warning once the samples are there" "" "$(grep -c warning <<<"$err" | grep -v '^0$')"
+
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]

@@ -1,0 +1,162 @@
+#include "halvard/settings/config.h"
+
+#include <gtest/gtest.h>
+
+#include "halvard/platform/date_text.h"
+#include "test_support.h"
+
+namespace halvard::settings {
+namespace {
+
+using test::ReadText;
+using test::TempDir;
+using test::WriteText;
+
+TEST(Config, AStoreWithoutSettingsGivesTheDefaults) {
+  TempDir dir;
+  Config c;
+  c.rsCheckEnabled = false;  // so the default text "10" has to turn it on
+  c.currentView = 1;
+  c.ReadConfig(MRegistry(dir / "settings.ini"));
+  EXPECT_EQ(c.StockFilePath, DefaultStockFilePath());
+  EXPECT_EQ(c.IncFilePath, DefaultIncFilePath());
+  EXPECT_DOUBLE_EQ(c.downloadTime.serial, 16.0 / 24);                       // "4:00 PM"
+  EXPECT_EQ(platform::FormatShortDate(c.downloadDate.serial), "1/1/2000");  // "1/1/00"
+  EXPECT_FALSE(c.enableAutoDownload);
+  EXPECT_FALSE(c.showRS);
+  EXPECT_EQ(c.currentView, 4);
+  EXPECT_EQ(c.windowHeight, 5010);
+  EXPECT_EQ(c.windowWidth, 12255);
+  EXPECT_EQ(c.rsDayCurr, 10);
+  EXPECT_TRUE(c.rsCheckEnabled);
+  EXPECT_TRUE(c.useUnusualVolume);
+  EXPECT_EQ(c.buyMode, 1);
+  EXPECT_EQ(c.unusualVolumePercentage, 0.25);
+  EXPECT_EQ(c.stopLossLimit, 0.125);
+  EXPECT_EQ(c.period52week, 12);
+  EXPECT_EQ(c.periodXweek, 12);
+  EXPECT_EQ(c.periodXQuantity, 4);
+  EXPECT_EQ(c.periodBoxScan, 12);
+  EXPECT_TRUE(c.enableGraphUpdate);
+  EXPECT_EQ(c.EPSRankScanPercentage, 20);
+  EXPECT_EQ(c.RSRankScanPercentage, 20);
+  EXPECT_FALSE(std::filesystem::exists(dir / "settings.ini"));  // reading writes nothing
+}
+
+TEST(Config, WriteConfigStoresEverySettingInTableOrder) {
+  TempDir dir;
+  Config c;
+  c.StockFilePath = "/home/me/prices";
+  c.IncFilePath = "/home/me/lists";
+  c.downloadTime.serial = 17.5 / 24;
+  c.downloadDate.serial = *platform::ParseDate("2024-03-05");
+  c.enableAutoDownload = true;
+  c.unusualVolumePercentage = 0.3;
+  c.stopLossLimit = 0.1 + 0.2;
+  c.EPSRankScanPercentage = 15;
+  c.WriteConfig(MRegistry(dir / "s.ini"));
+  EXPECT_EQ(ReadText(dir / "s.ini"),
+            "[Paths]\r\nStock File Path=/home/me/prices\r\nInc File Path=/home/me/lists\r\n\r\n"
+            "[Download]\r\nTime=5:30:00 PM\r\nDate=3/5/2024\r\nEnabled=True\r\n\r\n"
+            "[View]\r\nShowRS=False\r\nCurrent=4\r\nHeight=5010\r\nWidth=12255\r\n\r\n"
+            "[Batch]\r\nRS Days=10\r\nRS Check=True\r\nUse Unusual Volume=True\r\nBuyMode=1\r\n"
+            "Unusual Volume Percentage=0.3\r\nStop Loss Limit=0.3\r\n\r\n"
+            "[Scans]\r\n52 Week Period=12\r\nX Week Period=12\r\nX Week Quantity=4\r\n"
+            "Box scan Period=12\r\nEnable Graph Update=True\r\nRank Scan Percentage=15\r\n"
+            "RS Rank Scan Percentage=20\r\n");
+}
+
+TEST(Config, EveryPropertySurvivesAWriteAndARead) {
+  TempDir dir;
+  Config out;
+  out.StockFilePath = "/p q/data";
+  out.IncFilePath = "";
+  out.downloadTime.serial = 9.25 / 24;
+  out.downloadDate.serial = 45000;
+  out.enableAutoDownload = true;
+  out.showRS = true;
+  out.currentView = 5;
+  out.windowHeight = -3;
+  out.windowWidth = 32767;
+  out.rsDayCurr = 7;
+  out.rsCheckEnabled = false;
+  out.useUnusualVolume = false;
+  out.buyMode = 2;
+  out.unusualVolumePercentage = 0.123456789012345;
+  out.stopLossLimit = 1.5;
+  out.period52week = 0;
+  out.periodXweek = 1;
+  out.periodXQuantity = 10;
+  out.periodBoxScan = 30;
+  out.enableGraphUpdate = false;
+  out.EPSRankScanPercentage = 5;
+  out.RSRankScanPercentage = 6;
+  const MRegistry store(dir / "s.ini");
+  out.WriteConfig(store);
+  Config in;
+  in.ReadConfig(store);
+  const auto a = SettingsAsText(out);
+  const auto b = SettingsAsText(in);
+  ASSERT_EQ(a.size(), 22u);
+  for (size_t i = 0; i < a.size(); ++i) EXPECT_EQ(a[i].text, b[i].text) << a[i].name;
+  EXPECT_EQ(in.IncFilePath, "");  // an empty value is a value, not a missing one
+  EXPECT_DOUBLE_EQ(in.downloadTime.serial, out.downloadTime.serial);
+}
+
+TEST(Config, StoredTextIsReadAsTheUserWroteIt) {
+  TempDir dir;
+  WriteText(dir / "s.ini",
+            "[Batch]\nRS Check=0\nUse Unusual Volume=tRuE\nRS Days=7.5\nBuyMode=2.5\n"
+            "[Download]\nTime=16:30\nDate=2017-12-29\nEnabled=-1\n");
+  Config c;
+  c.ReadConfig(MRegistry(dir / "s.ini"));
+  EXPECT_FALSE(c.rsCheckEnabled);
+  EXPECT_TRUE(c.useUnusualVolume);
+  EXPECT_EQ(c.rsDayCurr, 8);  // halves round to even
+  EXPECT_EQ(c.buyMode, 2);
+  EXPECT_DOUBLE_EQ(c.downloadTime.serial, 16.5 / 24);
+  EXPECT_EQ(c.downloadDate.serial, 43098);
+  EXPECT_TRUE(c.enableAutoDownload);
+}
+
+TEST(Config, ATextThatDoesNotConvertNamesSectionValueAndText) {
+  TempDir dir;
+  const struct {
+    const char* file;
+    const char* expected;
+  } cases[] = {
+      {"[Batch]\nStop Loss Limit=1/8\n", "[Batch] Stop Loss Limit = \"1/8\" is not a number"},
+      {"[View]\nCurrent=40000\n", "[View] Current = \"40000\" is not a whole number"},
+      {"[View]\nShowRS=yes\n", "[View] ShowRS = \"yes\" is not True, False or a number"},
+      {"[Download]\nDate=someday\n", "[Download] Date = \"someday\" is not a date"},
+  };
+  for (const auto& c : cases) {
+    WriteText(dir / "s.ini", c.file);
+    Config config;
+    try {
+      config.ReadConfig(MRegistry(dir / "s.ini"));
+      ADD_FAILURE() << "no error for " << c.file;
+    } catch (const Error& e) {
+      EXPECT_NE(std::string(e.what()).find(c.expected), std::string::npos) << e.what();
+      EXPECT_NE(std::string(e.what()).find("s.ini"), std::string::npos) << e.what();
+    }
+  }
+}
+
+TEST(Config, SettingsByNameForTheCommandLine) {
+  Config c;
+  const SettingText set = SetSettingFromText(c, "batch", "stop loss limit", " 0.5 ");
+  EXPECT_EQ(set.section, "Batch");
+  EXPECT_EQ(set.name, "Stop Loss Limit");
+  EXPECT_EQ(set.text, "0.5");
+  EXPECT_EQ(c.stopLossLimit, 0.5);
+  EXPECT_EQ(SetSettingFromText(c, "Download", "Date", "2024-03-05").text, "3/5/2024");
+  EXPECT_EQ(GetSettingText(c, "SCANS", "rank scan percentage").text, "20");
+  EXPECT_THROW(SetSettingFromText(c, "Batch", "Stop Loss", "1"), UsageError);
+  EXPECT_THROW(SetSettingFromText(c, "View", "Current", "four"), UsageError);
+  EXPECT_THROW(GetSettingText(c, "Paths", "Nowhere"), UsageError);
+  EXPECT_EQ(c.currentView, 4);  // a refused text changes nothing
+}
+
+}  // namespace
+}  // namespace halvard::settings

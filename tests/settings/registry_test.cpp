@@ -1,0 +1,118 @@
+#include "halvard/settings/registry.h"
+
+#include <gtest/gtest.h>
+
+#include "test_support.h"
+
+namespace halvard::settings {
+namespace {
+
+using test::ReadText;
+using test::TempDir;
+using test::WriteText;
+
+// The message and number of the store error that fn throws.
+template <class Fn>
+std::pair<std::string, int> ErrorOf(Fn fn) {
+  try {
+    fn();
+  } catch (const RegistryError& e) {
+    return {e.what(), e.number()};
+  }
+  return {"no error", 0};
+}
+
+TEST(Registry, MissingFileSectionOrValueGivesTheDefault) {
+  TempDir dir;
+  const MRegistry store(dir / "none" / "settings.ini");
+  EXPECT_EQ(store.GetString(kAppName, "Paths", "Stock File Path", "dflt"), "dflt");
+  WriteText(dir / "s.ini", "[Batch]\r\nBuyMode=2\r\n");
+  const MRegistry some(dir / "s.ini");
+  EXPECT_EQ(some.GetString(kAppName, "View", "Current", "4"), "4");
+  EXPECT_EQ(some.GetString(kAppName, "Batch", "RS Days", "10"), "10");
+}
+
+TEST(Registry, NamesMatchWithoutCaseAndSpacesAroundThemDoNotCount) {
+  TempDir dir;
+  WriteText(dir / "s.ini", "; my settings\n[ batch ]\n  rs days =  7 \n# note\n\nBuyMode=2");
+  const MRegistry store(dir / "s.ini");
+  EXPECT_EQ(store.GetString(kAppName, "Batch", "RS Days", ""), "7");
+  EXPECT_EQ(store.GetString(kAppName, "BATCH", "buymode", ""), "2");
+}
+
+TEST(Registry, SavingKeepsEverythingElseOfTheFile) {
+  TempDir dir;
+  WriteText(dir / "s.ini",
+            "; comment\r\n[Paths]\r\nStock File Path=/a\r\n\r\n[Services]\r\nProvider=chart\r\n");
+  const MRegistry store(dir / "s.ini");
+  store.SaveString(kAppName, "paths", "stock file path", "/b");
+  store.SaveString(kAppName, "Paths", "Inc File Path", "/c");
+  store.SaveString(kAppName, "View", "Current", "5");
+  EXPECT_EQ(ReadText(dir / "s.ini"),
+            "; comment\r\n[Paths]\r\nstock file path=/b\r\nInc File Path=/c\r\n\r\n"
+            "[Services]\r\nProvider=chart\r\n\r\n[View]\r\nCurrent=5\r\n");
+  EXPECT_EQ(store.GetString(kAppName, "Paths", "Stock File Path", ""), "/b");
+}
+
+TEST(Registry, SavingCreatesTheFileAndItsFolder) {
+  TempDir dir;
+  const MRegistry store(dir / "deep" / "er" / "settings.ini");
+  store.SaveStrings(kAppName, {{"Paths", "Stock File Path", "/x=y"}, {"View", "ShowRS", "True"}});
+  EXPECT_EQ(ReadText(dir / "deep" / "er" / "settings.ini"),
+            "[Paths]\r\nStock File Path=/x=y\r\n\r\n[View]\r\nShowRS=True\r\n");
+  EXPECT_EQ(store.GetString(kAppName, "Paths", "Stock File Path", ""), "/x=y");
+}
+
+TEST(Registry, EmptyNamesAreRefusedWithTheirMessages) {
+  TempDir dir;
+  const MRegistry store(dir / "s.ini");
+  EXPECT_EQ(ErrorOf([&] { store.SaveString("", "A", "B", "v"); }).first,
+            "AppName may not be empty");
+  EXPECT_EQ(ErrorOf([&] { store.GetString(kAppName, "", "B", ""); }).first,
+            "Section may not be empty");
+  EXPECT_EQ(ErrorOf([&] { store.SaveString(kAppName, "A", "", "v"); }).first,
+            "Key may not be empty");
+  EXPECT_FALSE(std::filesystem::exists(dir / "s.ini"));
+}
+
+TEST(Registry, AValueOfAnotherTypeIsNotAString) {
+  TempDir dir;
+  WriteText(dir / "s.ini", "[Batch]\nRS Days=dword:0000000a\nBuyMode=hex:01,00\nRS Check=dword\n");
+  const MRegistry store(dir / "s.ini");
+  const auto [message, number] =
+      ErrorOf([&] { store.GetString(kAppName, "Batch", "RS Days", ""); });
+  EXPECT_EQ(message.rfind("Registry data not a string", 0), 0u) << message;
+  EXPECT_NE(message.find("RS Days"), std::string::npos);
+  EXPECT_EQ(number, kObjectErrorBase + 2000);
+  EXPECT_EQ(ErrorOf([&] { store.GetString(kAppName, "Batch", "BuyMode", ""); }).second,
+            kObjectErrorBase + 2000);
+  EXPECT_EQ(store.GetString(kAppName, "Batch", "RS Check", ""), "dword");  // plain text
+}
+
+TEST(Registry, ABrokenFileIsReportedWithItsLine) {
+  TempDir dir;
+  WriteText(dir / "s.ini", "[Batch]\nBuyMode=1\nthis line means nothing\n");
+  const MRegistry store(dir / "s.ini");
+  const std::string message =
+      ErrorOf([&] { store.GetString(kAppName, "Batch", "BuyMode", ""); }).first;
+  EXPECT_EQ(message.rfind("Could not open registry section", 0), 0u) << message;
+  EXPECT_NE(message.find("s.ini line 3"), std::string::npos) << message;
+  // Saving never overwrites a file it could not understand.
+  EXPECT_EQ(ErrorOf([&] {
+              store.SaveString(kAppName, "Batch", "BuyMode", "2");
+            }).first.rfind("Could not open/create registry section", 0),
+            0u);
+  EXPECT_EQ(ReadText(dir / "s.ini"), "[Batch]\nBuyMode=1\nthis line means nothing\n");
+}
+
+TEST(Registry, AFolderThatCannotBeWrittenFailsTheSave) {
+  TempDir dir;
+  WriteText(dir / "file", "");
+  const MRegistry store(dir / "file" / "settings.ini");  // a file where the folder should be
+  const auto [message, number] = ErrorOf([&] { store.SaveString(kAppName, "A", "B", "v"); });
+  EXPECT_EQ(message.rfind("Could not open/create registry section", 0), 0u) << message;
+  EXPECT_EQ(number, kErrorCannotCreate);
+}
+
+}  // namespace
+}  // namespace halvard::settings
