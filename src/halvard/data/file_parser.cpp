@@ -60,13 +60,12 @@ std::string GetSymbol(std::string_view path) {
 bool LoadStockFile(PriceSeries& s, const std::string& path) {
   s.stockFilePath = path;
   s.stockSymbol = GetSymbol(path);
-  const auto resolved = platform::ResolvePath(path);
-  if (!resolved) {
+  const std::optional<std::string> text = platform::ReadFileIfExists(path);
+  if (!text) {
     s.barCount = 0;
     return false;
   }
-  const std::string text = platform::ReadWholeFile(*resolved);
-  LineReader reader(text);
+  LineReader reader(*text);
   SkipHeader(reader, path);
   s.barCount = 0;
   std::string_view line;
@@ -113,14 +112,13 @@ void ComputeAverageVolume(PriceSeries& s) {
 }
 
 bool LoadIndexFile(PriceSeries& s, const std::string& path, settings::Config& config) {
-  const auto resolved = platform::ResolvePath(path);
-  if (!resolved) {
+  const std::optional<std::string> text = platform::ReadFileIfExists(path);
+  if (!text) {
     config.showRS = false;
     return false;
   }
   s.rsAvailable = true;
-  const std::string text = platform::ReadWholeFile(*resolved);
-  LineReader reader(text);
+  LineReader reader(*text);
   SkipHeader(reader, path);
   std::string_view line;
   std::array<std::string_view, 5> f;

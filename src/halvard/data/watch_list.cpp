@@ -26,11 +26,10 @@ std::string_view TrimBlanks(std::string_view s) {
 }  // namespace
 
 std::vector<std::string> ReadWatchList(const fs::path& path, Quotes quotes) {
-  const auto resolved = platform::ResolvePath(path);
-  if (!resolved) throw Error("watch list " + path.string() + " does not exist");
-  const std::string text = platform::ReadWholeFile(*resolved);
+  const std::optional<std::string> text = platform::ReadFileIfExists(path);
+  if (!text) throw Error("watch list " + path.string() + " does not exist");
   std::vector<std::string> symbols;
-  LineReader reader(text);
+  LineReader reader(*text);
   std::string_view line;
   std::string unquoted;
   while (reader.Next(line)) {

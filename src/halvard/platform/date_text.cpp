@@ -142,6 +142,17 @@ CivilDate CivilFromSerial(double serial) {
 }
 
 std::optional<double> ParseDate(std::string_view text) {
+  // The quotes service's own yyyy-mm-dd, on every line of most price files: read it directly.
+  const auto digit = [&text](size_t i) { return text[i] >= '0' && text[i] <= '9'; };
+  if (text.size() == 10 && text[4] == '-' && text[7] == '-' && digit(0) && digit(1) && digit(2) &&
+      digit(3) && digit(5) && digit(6) && digit(8) && digit(9)) {
+    const auto number = [&text](size_t at, size_t n) {
+      int v = 0;
+      for (size_t i = at; i < at + n; ++i) v = v * 10 + (text[i] - '0');
+      return v;
+    };
+    return Make(number(0, 4), number(5, 2), number(8, 2));
+  }
   return ParseDateOnly(TrimSpaces(text));
 }
 

@@ -18,6 +18,9 @@ bool FileExists(const std::filesystem::path& path);
 // The whole content of a file; throws halvard::Error naming the file when it cannot be read.
 std::string ReadWholeFile(const std::filesystem::path& path);
 
+// The same, through the case-blind fallback of ResolvePath; nothing when no such file exists.
+std::optional<std::string> ReadFileIfExists(const std::filesystem::path& path);
+
 // Writes the content to a temporary file in the same folder and renames it over the target,
 // so a failed write never leaves a truncated file where a good one stood. Throws
 // halvard::Error naming the file on failure.

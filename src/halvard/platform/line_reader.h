@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace halvard::platform {
@@ -15,15 +16,28 @@ class LineReader {
   // The next line and its 1-based number; false at the end of the text.
   bool Next(std::string_view& line) {
     if (rest_.empty()) return false;
-    const size_t end = rest_.find_first_of("\r\n");
-    if (end == std::string_view::npos) {
-      line = rest_;
-      rest_ = {};
-    } else {
-      line = rest_.substr(0, end);
-      const size_t skip = rest_[end] == '\r' && end + 1 < rest_.size() && rest_[end + 1] == '\n';
-      rest_.remove_prefix(end + 1 + skip);
+    // memchr for the LF, remembered between lines, keeps this linear and fast; a CR before it
+    // (or a lone CR, in files from old Macs) ends the line earlier.
+    if (!lfKnown_ || nextLf_ < consumed_) {
+      lfKnown_ = true;
+      const void* lf = std::memchr(rest_.data(), '\n', rest_.size());
+      nextLf_ = lf == nullptr ? consumed_ + rest_.size()
+                              : consumed_ + (static_cast<const char*>(lf) - rest_.data());
     }
+    const size_t lfAt = nextLf_ - consumed_;
+    const void* cr = std::memchr(rest_.data(), '\r', lfAt < rest_.size() ? lfAt : rest_.size());
+    size_t end =
+        cr == nullptr ? lfAt : static_cast<size_t>(static_cast<const char*>(cr) - rest_.data());
+    size_t skip = 1;
+    if (end >= rest_.size()) {
+      end = rest_.size();
+      skip = 0;
+    } else if (rest_[end] == '\r' && end + 1 < rest_.size() && rest_[end + 1] == '\n') {
+      skip = 2;
+    }
+    line = rest_.substr(0, end);
+    rest_.remove_prefix(end + skip);
+    consumed_ += end + skip;
     ++number_;
     return true;
   }
@@ -32,6 +46,9 @@ class LineReader {
 
  private:
   std::string_view rest_;
+  size_t consumed_ = 0;  // characters of the text before rest_
+  size_t nextLf_ = 0;    // position of the next LF in the text (or its end), once known
+  bool lfKnown_ = false;
   size_t number_ = 0;
 };
 

@@ -21,10 +21,42 @@ std::string_view TrimSpaces(std::string_view text) {
   return text;
 }
 
+namespace {
+
+// Plain decimals such as "52.419998" (at most 15 digits, no exponent) are read as a whole
+// number over a power of ten: both are exact doubles and one division rounds correctly, so the
+// result is the one from_chars gives, several times faster. Prices are almost always such text.
+std::optional<double> ParseShortDecimal(std::string_view text) {
+  static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  size_t i = text.size() > 0 && text[0] == '-' ? 1 : 0;
+  int64_t digits = 0;
+  int count = 0;
+  int decimals = -1;
+  for (; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c >= '0' && c <= '9') {
+      if (++count > 15) return {};
+      digits = digits * 10 + (c - '0');
+      if (decimals >= 0) ++decimals;
+    } else if (c == '.' && decimals < 0) {
+      decimals = 0;
+    } else {
+      return {};
+    }
+  }
+  if (count == 0) return {};
+  const double value = static_cast<double>(digits) / kPowers[decimals < 0 ? 0 : decimals];
+  return text[0] == '-' ? -value : value;
+}
+
+}  // namespace
+
 std::optional<double> ParseDouble(std::string_view text) {
   text = TrimSpaces(text);
   if (!text.empty() && text.front() == '+') text.remove_prefix(1);
   if (text.empty()) return {};
+  if (const auto quick = ParseShortDecimal(text)) return quick;
   double value = 0;
   const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (ec != std::errc() || end != text.data() + text.size()) return {};
