@@ -4,9 +4,9 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake ninja-build pkg-config
-  libfmt-dev nlohmann-json3-dev libcli11-dev
-  libgtest-dev libgmock-dev libbenchmark-dev
+  build-essential cmake ninja-build
+  nlohmann-json3-dev libcli11-dev
+  libgtest-dev libbenchmark-dev
 )
 
 missing=()

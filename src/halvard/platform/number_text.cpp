@@ -2,15 +2,17 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace halvard::platform {
 
 std::string FormatGeneral(double value) {
   if (value == 0) return "0";  // also for -0, which the reports never show with a sign
+  // to_chars rather than printf: a desktop front end sets the user's locale, and a decimal comma
+  // must never reach a settings file, a price or a log line.
   char buffer[40];
-  std::snprintf(buffer, sizeof buffer, "%.15g", value);
-  std::string text = buffer;
+  const auto [end, ec] =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 15);
+  std::string text(buffer, ec == std::errc() ? end : buffer);
   if (const size_t e = text.find('e'); e != std::string::npos) text[e] = 'E';
   return text;
 }
