@@ -50,6 +50,28 @@ bool WriteAll(int fd, std::string_view content) {
   return true;
 }
 
+std::string ReadOpenFile(const fs::path& path, const Descriptor& fd) {
+  struct stat st;
+  if (::fstat(fd.get(), &st) != 0) throw Error(Describe(path, "cannot read", errno));
+  // One byte more than the file's size, so that the read which finds the end needs no growth;
+  // files that report no size (/proc) grow as they are read.
+  std::string content;
+  content.resize(static_cast<size_t>(st.st_size) + 1);
+  size_t filled = 0;
+  for (;;) {
+    if (filled == content.size()) content.resize(content.size() * 2);
+    const ssize_t n = ::read(fd.get(), content.data() + filled, content.size() - filled);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      throw Error(Describe(path, "cannot read", errno));
+    }
+    if (n == 0) break;
+    filled += static_cast<size_t>(n);
+  }
+  content.resize(filled);
+  return content;
+}
+
 }  // namespace
 
 bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
@@ -79,12 +101,6 @@ bool FileExists(const fs::path& path) {
   return ResolvePath(path).has_value();
 }
 
-namespace {
-
-std::string ReadOpenFile(const fs::path& path, const Descriptor& fd);
-
-}  // namespace
-
 std::string ReadWholeFile(const fs::path& path) {
   Descriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (fd.get() < 0) throw Error(Describe(path, "cannot open", errno));
@@ -100,32 +116,6 @@ std::optional<std::string> ReadFileIfExists(const fs::path& path) {
   if (!resolved) return std::nullopt;
   return ReadWholeFile(*resolved);
 }
-
-namespace {
-
-std::string ReadOpenFile(const fs::path& path, const Descriptor& fd) {
-  struct stat st;
-  if (::fstat(fd.get(), &st) != 0) throw Error(Describe(path, "cannot read", errno));
-  // One byte more than the file's size, so that the read which finds the end needs no growth;
-  // files that report no size (/proc) grow as they are read.
-  std::string content;
-  content.resize(static_cast<size_t>(st.st_size) + 1);
-  size_t filled = 0;
-  for (;;) {
-    if (filled == content.size()) content.resize(content.size() * 2);
-    const ssize_t n = ::read(fd.get(), content.data() + filled, content.size() - filled);
-    if (n < 0) {
-      if (errno == EINTR) continue;
-      throw Error(Describe(path, "cannot read", errno));
-    }
-    if (n == 0) break;
-    filled += static_cast<size_t>(n);
-  }
-  content.resize(filled);
-  return content;
-}
-
-}  // namespace
 
 void WriteFileAtomically(const fs::path& path, std::string_view content) {
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");

@@ -130,6 +130,11 @@ void Convert(std::string_view section, std::string_view name, std::string_view t
   field = value;
 }
 
+UsageError UnknownSetting(std::string_view section, std::string_view name) {
+  return UsageError("there is no setting " + std::string(section) + "/" + std::string(name) +
+                    " (\"halvard config show\" lists them all)");
+}
+
 }  // namespace
 
 std::string DefaultStockFilePath() {
@@ -169,8 +174,7 @@ SettingText GetSettingText(const Config& config, std::string_view section, std::
   for (SettingText& s : SettingsAsText(config)) {
     if (EqualsIgnoreCase(s.section, section) && EqualsIgnoreCase(s.name, name)) return s;
   }
-  throw UsageError("there is no setting " + std::string(section) + "/" + std::string(name) +
-                   " (\"halvard config show\" lists them all)");
+  throw UnknownSetting(section, name);
 }
 
 SettingText SetSettingFromText(Config& config, std::string_view section, std::string_view name,
@@ -185,7 +189,7 @@ SettingText SetSettingFromText(Config& config, std::string_view section, std::st
     }
     found = SettingText{s, n, ToText(field)};
   });
-  if (!found) return GetSettingText(config, section, name);  // throws the unknown-setting error
+  if (!found) throw UnknownSetting(section, name);
   return *found;
 }
 
