@@ -1,5 +1,7 @@
 #include "cli_context.h"
 
+#include "commands.h"
+
 #include <unistd.h>
 
 #include <cstdlib>
@@ -66,6 +68,16 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
   }
   for (const std::string& s : options.sets) ApplySet(session->config, s);
   return session;
+}
+
+std::string WithLineFeeds(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
+    out += text[i];
+  }
+  return out;
 }
 
 }  // namespace halvard::cli

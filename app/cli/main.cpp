@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   cli::AddConfigCommand(app, options);
   cli::AddBoxesCommand(app, options);
+  cli::AddBacktestCommand(app, options);
 
   try {
     app.parse(argc, argv);

@@ -1,6 +1,7 @@
 #include "halvard/runs/session.h"
 
 #include "halvard/data/file_parser.h"
+#include "halvard/error.h"
 
 namespace halvard::runs {
 
@@ -24,6 +25,16 @@ bool Session::ShowSymbol(const std::string& symbol) {
   if (config.showRS) engine::ComputeRSLine(*view_);
   chartReady = true;
   return true;
+}
+
+void Session::ComputeShownBoxes() {
+  const int days = engine::ViewDayCount(config.currentView);
+  if (days == 0) {
+    throw UsageError("the current view setting is " + std::to_string(config.currentView) +
+                     "; choose a view from 1 to 5");
+  }
+  engine::SetViewDays(*view_, days);
+  engine::ComputeBoxes(*view_, true);
 }
 
 }  // namespace halvard::runs

@@ -36,6 +36,10 @@ class Session {
   // showRS is on and the chart becomes ready. Returns false when there is no price file.
   bool ShowSymbol(const std::string& symbol);
 
+  // The box computation of the shown chart: the current view's days, boxes computed as they are
+  // drawn (so the open box counts as broken up). A view outside 1 to 5 is a halvard::UsageError.
+  void ComputeShownBoxes();
+
  private:
   settings::MRegistry store_;
   std::unique_ptr<engine::StockView> view_;  // large: the arrays hold 1001 bars and 31001 closes

@@ -1,0 +1,44 @@
+// halvard backtest SYMBOL [--signal]: the backtest of the shown symbol, as the "m" key runs it
+// ("g" with --signal), printed as the log pane shows it.
+
+#include <iostream>
+
+#include "commands.h"
+#include "halvard/engine/back_tester.h"
+#include "halvard/error.h"
+
+namespace halvard::cli {
+namespace {
+
+struct BacktestArgs {
+  std::string symbol;
+  bool signal = false;
+};
+
+void Run(const GlobalOptions& options, const BacktestArgs& args) {
+  const auto session = OpenSession(options, StartMode::kFull);
+  if (!session->ShowSymbol(args.symbol)) {
+    throw Error("no price file for " + args.symbol + ": " + session->StockPath(args.symbol) +
+                " does not exist");
+  }
+  session->ComputeShownBoxes();
+  platform::StringSink log;
+  platform::StringSink results;
+  engine::BackTester tester(session->view(), session->config, log, results);
+  tester.Backtest(false, args.signal, true, true, session->config.rsCheckEnabled);
+  std::cout << WithLineFeeds(log.text());
+}
+
+}  // namespace
+
+void AddBacktestCommand(CLI::App& app, const GlobalOptions& options) {
+  auto args = std::make_shared<BacktestArgs>();
+  auto* command = app.add_subcommand("backtest", "Backtest the box strategy on a symbol");
+  command->add_option("SYMBOL", args->symbol, "The symbol (its price file is SYMBOL.txt)")
+      ->required();
+  command->add_flag("--signal", args->signal,
+                    "Signal mode: stop at the first buy or stop-loss signal instead of trading");
+  command->callback([&options, args] { Run(options, *args); });
+}
+
+}  // namespace halvard::cli

@@ -1,0 +1,153 @@
+#include "halvard/engine/back_tester.h"
+
+#include "halvard/platform/date_text.h"
+#include "halvard/platform/money_text.h"
+#include "halvard/platform/number_text.h"
+
+namespace halvard::engine {
+
+BackTester::BackTester(StockView& view, settings::Config& config, platform::TextSink& log,
+                       platform::TextSink& results)
+    : v_(view), config_(config), log_(log), results_(results) {}
+
+void BackTester::AppendLog(std::string_view text) {
+  log_.Append(text);
+  log_.Append("\r\n");
+}
+
+std::string BackTester::Date(int day) const {
+  return platform::FormatShortDate(v_.barDate[day]);
+}
+
+int BackTester::Backtest(bool partOfListRun, bool signalMode, bool tryCorvane, bool tryBoxes,
+                         bool rsEnabled) {
+  totalProfit = 0;
+  tradeCount = 0;
+  sharesHeld = 0;
+  amountInvested = 0;
+  amountReturned = 0;
+  buyArmed = false;
+  buyArmedDate = 0;
+  stopLossHit = false;
+  lastStopBuy = 0;
+  lastStopLoss = 0;
+  exitCount = 0;
+
+  if (!partOfListRun) AppendLog(config_.buyMode == 1 ? "Buy Mode = BoxTops" : "Buy Mode = Bounce");
+  AppendLog("Backtesting - " + v_.stockSymbol);
+  int code = 0;
+  if (tryCorvane && TryCorvanes(signalMode, rsEnabled)) {
+    code = 2;
+  } else if (tryBoxes) {
+    TryBoxes(signalMode, rsEnabled);
+    code = config_.useUnusualVolume ? 1 : 3;
+  }
+  if (partOfListRun && !signalMode) WriteResultRow(code);
+  return code;
+}
+
+bool BackTester::TryCorvanes(bool signalMode, bool rsEnabled) {
+  AppendLog("Trying with Corvanes");
+  AppendLog("----------------------");
+  if (v_.corvaneCount == 0) {
+    AppendLog("Corvane not found");
+    return false;
+  }
+  RunTrade(0, 2, signalMode, rsEnabled);
+  totalProfit += amountReturned - amountInvested;
+  return true;
+}
+
+void BackTester::TryBoxes(bool signalMode, bool rsEnabled) {
+  AppendLog("Trying with Unusual Volume");
+  AppendLog("--------------------------");
+  int day = v_.viewDays - 1;
+  for (;;) {
+    if (config_.useUnusualVolume) {
+      AppendLog("Checking for Unusual Volume");
+      const int found = FindUnusualVolume(day);
+      if (found == 0) {
+        AppendLog("Unusual Volume Not Found");
+        return;
+      }
+      AppendLog("Unusual Volume Found on " + Date(found));
+      day = RunTrade(found, 1, signalMode, rsEnabled);
+    } else {
+      AppendLog("Checking for Pyramiding boxes");
+      day = RunTrade(day, 1, signalMode, rsEnabled);
+    }
+    totalProfit += amountReturned - amountInvested;
+    if (amountReturned > 0) ++exitCount;
+    if (day == 0 || exitCount >= 2) return;
+  }
+}
+
+int BackTester::FindUnusualVolume(int fromDay) {
+  if (config_.unusualVolumePercentage == 0) config_.unusualVolumePercentage = 0.25;
+  if (fromDay > 138) fromDay = 138;  // only the newest six months
+  double total = v_.averageVolume * 23 * 6;
+  double count = 138;
+  const auto& volume = v_.barVolume;
+  const auto& close = v_.barClose;
+  for (int i = fromDay - 1; i >= 4; --i) {
+    total += static_cast<double>(volume[i]);
+    count += 1;
+    const double threshold = (total / count) * (1 + config_.unusualVolumePercentage);
+    if (!(volume[i - 1] > threshold && volume[i - 2] > threshold && volume[i - 3] > threshold)) {
+      continue;
+    }
+    // The mean close of the three loud days against the day and the four before it (fewer
+    // when the file ends sooner).
+    const int last = std::min(i + 4, v_.barCount - 1);
+    if (last < i) continue;
+    double earlier = 0;
+    for (int k = i; k <= last; ++k) earlier += close[k];
+    earlier /= last - i + 1;
+    const double later = (close[i - 1] + close[i - 2] + close[i - 3]) / 3;
+    if (later > earlier) {
+      unusualVolumeFound = true;
+      return i;
+    }
+  }
+  return 0;
+}
+
+bool BackTester::RSCheck(int day, bool enabled) const {
+  if (!enabled || !v_.rsAvailable) return true;
+  const int n = config_.rsDayCurr;
+  // The line holds 366 days: a comparison reaching beyond it fails rather than reading past it.
+  if (day < 0 || day + n >= StockView::kRsValues || day + n < 0) return false;
+  return v_.rsLine[day] - v_.rsLine[day + n] > 0 && day + n < v_.barCount;
+}
+
+void BackTester::WriteResultRow(int code) {
+  std::string status;
+  if (sharesHeld >= 1) {
+    status = "Open";
+  } else if (tradeCount != 0) {
+    status = amountReturned - amountInvested < 0 && exitCount == 2 ? "Burnt" : "Completed";
+  } else {
+    status = "No Trades";
+  }
+  results_.Append(v_.stockSymbol + "\t" + (code == 2 ? "Corvane\t\t" : "Pyramiding Boxes\t") +
+                  std::to_string(tradeCount) + "\t" + platform::FormatMoney(totalProfit) + "$\t\t" +
+                  status + "\t\r\n");
+  if (totalProfit > 0) {
+    winTotal += totalProfit;
+    ++winCount;
+  } else if (totalProfit < 0) {
+    lossTotal += totalProfit;
+    ++lossCount;
+  }
+  allTrades += tradeCount;
+}
+
+void BackTester::ResetTotals() {
+  winTotal = 0;
+  winCount = 0;
+  lossTotal = 0;
+  lossCount = 0;
+  allTrades = 0;
+}
+
+}  // namespace halvard::engine

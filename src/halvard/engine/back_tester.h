@@ -1,0 +1,84 @@
+#pragma once
+// BackTester: turns the boxes of the loaded symbol into simulated trades and a readable trade
+// log. One backtest may hold several trades; each trade buys on a breakout above a stop-buy level
+// (box top + 1/8) or on a bounce, and sells when price falls below a stop loss that only ever
+// rises with new boxes. In signal mode nothing is bought: the run stops on the first day that
+// would have bought or stopped out, leaving the levels and flags the live report prints.
+
+#include <string>
+#include <string_view>
+
+#include "halvard/engine/stock_view.h"
+#include "halvard/platform/text_sink.h"
+#include "halvard/settings/config.h"
+
+namespace halvard::engine {
+
+class BackTester {
+ public:
+  // Reads the series (and the RS line it holds) of view and the trading settings of config; the
+  // log and the result rows go to the two sinks.
+  BackTester(StockView& view, settings::Config& config, platform::TextSink& log,
+             platform::TextSink& results);
+
+  // One backtest of the loaded symbol. partOfListRun drops the "Buy Mode" header line;
+  // signalMode stops at the first signal instead of trading. Returns the result code: 2 when a
+  // corvane trade ran, else 1 (with unusual volume) or 3 (without) when boxes were tried, 0 when
+  // nothing was tried. Only a list run in simulation writes a result row.
+  int Backtest(bool partOfListRun, bool signalMode, bool tryCorvane, bool tryBoxes, bool rsEnabled);
+
+  bool TryCorvanes(bool signalMode, bool rsEnabled);
+  void TryBoxes(bool signalMode, bool rsEnabled);
+
+  // The newest day before fromDay (searching back at most 138 days) on which volume was
+  // unusual for three days running while the price rose; 0 when there is none.
+  int FindUnusualVolume(int fromDay);
+
+  // Whether the RS line rose over the rsDayCurr days ending on day (true when disabled or when
+  // there is no index).
+  bool RSCheck(int day, bool enabled) const;
+
+  // One trade from startDay (mode 2: from the first box after the first corvane; otherwise from
+  // the first pyramiding pair of boxes). Returns the day it stopped on, 0 at the newest day.
+  int RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled);
+
+  void AppendLog(std::string_view text);
+  void WriteResultRow(int code);
+
+  // Run state, reset by every Backtest.
+  double totalProfit = 0;
+  int tradeCount = 0;
+  int sharesHeld = 0;
+  double amountInvested = 0;  // of the current trade
+  double amountReturned = 0;  // of the current trade
+  bool buyArmed = false;      // a buy signal is pending
+  double buyArmedDate = 0;
+  bool stopLossHit = false;
+  double lastStopBuy = 0;
+  double lastStopLoss = 0;
+  int exitCount = 0;
+
+  // Set by a successful unusual-volume search and never cleared.
+  bool unusualVolumeFound = false;
+
+  // Totals over the backtests of a list run, for the batch summary.
+  double winTotal = 0;
+  int winCount = 0;
+  double lossTotal = 0;
+  int lossCount = 0;
+  int allTrades = 0;
+  void ResetTotals();
+
+ private:
+  // Where a trade starts: the box it trades, or -1 when there is none.
+  int FirstCorvaneBox();
+  int FirstPyramidingBox(int startDay);
+  std::string Date(int day) const;
+
+  StockView& v_;
+  settings::Config& config_;
+  platform::TextSink& log_;
+  platform::TextSink& results_;
+};
+
+}  // namespace halvard::engine
