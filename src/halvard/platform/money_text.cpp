@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 
 namespace halvard::platform {
 namespace {
@@ -18,7 +17,11 @@ std::string GroupedMagnitude(double value, int decimals) {
     const std::string_view text(buffer, static_cast<size_t>(end - buffer));
     const size_t e = text.find('e');
     digits = std::string(1, text[0]) + std::string(text.substr(2, e - 2));
-    pointAt = std::atoi(text.data() + e + 1) + 1;
+    size_t exponentAt = e + 1;
+    if (text[exponentAt] == '+') ++exponentAt;
+    int exponent = 0;
+    std::from_chars(text.data() + exponentAt, text.data() + text.size(), exponent);
+    pointAt = exponent + 1;
   } else {
     digits = "0";
   }
