@@ -59,6 +59,13 @@ check "unknown --set is a usage error" 2 "$rc"
 run "${box[@]}" --set "View/Current=x" boxes BOX
 check "--set that does not convert is a usage error" 2 "$rc"
 
+# A real history whose trade log was checked by hand, day by day, against its price file.
+samplesrun=(--stock-dir "$samples/data" --list-dir "$samples/watchlists")
+run "${samplesrun[@]}" backtest AMD
+check "backtest of AMD" "$(cat "$data/backtest_amd.txt")" "$out"
+run "${box[@]}" backtest NOPE
+check "backtest of a missing symbol" 1 "$rc"
+
 # Settings: a fresh machine has none; show gives the defaults, set writes one value.
 run config show
 check "config show on a fresh machine" "$(sed "s|@DATA@|$XDG_DATA_HOME|" "$data/config_show_defaults.txt")" "$out"

@@ -26,6 +26,22 @@ std::vector<Day> TwoBoxes() {
       mid(14.5, 13), mid(14, 12), mid(14.2, 11), Day{10, 10.5, 8.5, 9}, mid(9.5, 8.6)};
 }
 
+// TwoBoxes with two more boxes after the breakout of B (positions 13 to 25):
+//   box C: top p13 (16), bottom p14 (12), broken up on p18 (high 16.5)
+//   box D: top p19 (18), bottom p20 (14.5), broken up on p24 (high 18.5)
+// then a fall through the raised stop loss on p25.
+std::vector<Day> FourBoxes() {
+  const auto mid = [](double h, double l) { return Day{(h + l) / 2, h, l, (h + l) / 2}; };
+  std::vector<Day> days = TwoBoxes();
+  days.resize(13);
+  for (const Day& d : {mid(16, 14), mid(15, 12), mid(15, 13), mid(15.5, 13), mid(15, 13),
+                       mid(16.5, 14.5), mid(18, 16), mid(17, 14.5), mid(17, 15), mid(17.5, 15),
+                       mid(17, 15), mid(18.5, 16), Day{15, 16, 13, 14}, mid(14, 13.5)}) {
+    days.push_back(d);
+  }
+  return days;
+}
+
 class BacktestTest : public ::testing::Test {
  protected:
   void Load(const std::vector<Day>& oldestFirst) {
@@ -95,6 +111,80 @@ TEST_F(BacktestTest, AGapDownSellsAtTheOpen) {
   EXPECT_NE(log.find("Sold 353 at 8.5 on 3/16/2024\r\nProfit/Loss = (1,985.63)$\r\n"),
             std::string::npos)
       << log;
+}
+
+TEST_F(BacktestTest, NewBoxesRaiseTheStopLossAndASecondBuyUsesUpTheCapital) {
+  Load(FourBoxes());
+  ASSERT_EQ(view_->boxCount, 4);
+  EXPECT_EQ(Run(), std::string(kHeader) +
+                       "Buy signal set at - 14.125\r\n"
+                       "Sell signal set at - 8.875\r\n"
+                       "Bought 353 at 14.125 on 3/13/2024\r\n"
+                       "New box found on 3/14/2024 - 16,12\r\n"
+                       "Buy signal set at - 16.125\r\n"
+                       "Sell signal set at - 11.875\r\n"
+                       "Bought 310 at 16.125 on 3/19/2024\r\n"
+                       "New box found on 3/20/2024 - 18,14.5\r\n"  // no capital: no new buy level
+                       "Sell signal set at - 14.375\r\n"
+                       "Sold 663 at 14.375 on 3/26/2024\r\n"
+                       "Profit/Loss = (454.25)$\r\n"
+                       "Checking for Pyramiding boxes\r\n"
+                       "Sufficient boxes not found. Not taking any action.\r\n");
+  // A new box with a lower bottom never lowers the stop loss.
+  auto days = FourBoxes();
+  days[20].low = 11.9;
+  Load(days);
+  log_.Clear();
+  EXPECT_NE(Run().find("New box found on 3/20/2024 - 18,11.9\r\n"
+                       "Holding shares worth 9,116.25$\r\nProfit/Loss = (868.63)$\r\n"),
+            std::string::npos)
+      << log_.text();
+}
+
+TEST_F(BacktestTest, APairWhoseNewerBottomIsTooLowIsPassedOver) {
+  auto days = FourBoxes();
+  days[8].low = 7.5;  // box B's bottom: more than the stop-loss distance below box A's
+  Load(days);
+  EXPECT_NE(Run().find("Pyramiding boxes found on 3/8/2024 - 3/14/2024,7.5\r\n"
+                       "Buy signal set at - 16.125\r\n"
+                       "Sell signal set at - 11.875\r\n"
+                       "Bought 310 at 16.125 on 3/19/2024\r\n"
+                       "New box found on 3/20/2024 - 18,14.5\r\n"
+                       "Buy signal set at - 18.125\r\n"
+                       "Sell signal set at - 14.375\r\n"
+                       "Bought 275 at 18.125 on 3/25/2024\r\n"
+                       "Sold 585 at 14.375 on 3/26/2024\r\n"
+                       "Profit/Loss = (1,573.75)$\r\n"),
+            std::string::npos)
+      << log_.text();
+}
+
+TEST_F(BacktestTest, ACorvaneTradesTheFirstBoxAfterItsNewHigh) {
+  // A flat base of 50 days under 10 (its low 8 on p30), a new high of 13 on p50 that tops a box
+  // (bottom 11 on p51, broken up on p55), then a steady rise to the newest day.
+  std::vector<Day> days(100, Day{9.5, 10, 9, 9.5});
+  days[30].low = 8;
+  const Day box[] = {{12, 13, 11.5, 12},   {12, 12.5, 11, 12},   {12, 12.8, 11.5, 12},
+                     {12, 12.6, 11.6, 12}, {12, 12.9, 11.7, 12}, {13, 13.5, 12.5, 13}};
+  for (int p = 50; p <= 55; ++p) days[p] = box[p - 50];
+  for (int p = 56; p < 100; ++p) days[p] = {13, 13.5 + 0.1 * (p - 55), 12.5 + 0.1 * (p - 55), 13};
+  days[99].close = 17.5;
+  Load(days);
+  ASSERT_EQ(view_->corvaneCount, 1);
+  EXPECT_EQ(view_->corvaneLowDay[0], 99 - 30);
+  EXPECT_EQ(Run(),
+            "Buy Mode = BoxTops\r\nBacktesting - TEST\r\nTrying with Corvanes\r\n"
+            "----------------------\r\n"
+            "First box found on 4/20/2024 - 13,11\r\n"
+            "Buy signal set at - 13.125\r\n"
+            "Sell signal set at - 10.875\r\n"
+            "Bought 380 at 13.125 on 4/25/2024\r\n"
+            "Holding shares worth 6,650.00$\r\n"
+            "Profit/Loss = 1,662.50$\r\n");
+  EXPECT_EQ(tester_.totalProfit, 1662.5);
+  tester_.Backtest(true, false, true, true, false);
+  EXPECT_EQ(results_.text(), "TEST\tCorvane\t\t1\t1,662.50$\t\tOpen\t\r\n");
+  EXPECT_EQ(tester_.winCount, 1);
 }
 
 TEST_F(BacktestTest, AStopLossBelowZeroIsZeroAndTheHoldingIsValuedAtTheNewestClose) {
