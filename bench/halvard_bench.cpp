@@ -12,8 +12,10 @@
 
 #include "halvard/data/file_parser.h"
 #include "halvard/data/watch_list.h"
+#include "halvard/engine/back_tester.h"
 #include "halvard/engine/stock_view.h"
 #include "halvard/platform/files.h"
+#include "halvard/settings/config.h"
 #include "market_generator.h"
 
 namespace halvard::bench {
@@ -120,6 +122,45 @@ void BoxesOnly(benchmark::State& state, const Market& market) {
   ReportSymbols(state, 1);
 }
 
+// One backtest of a list run (result row, RS check, with or without unusual volume as the
+// argument says) on series already loaded with their RS line and boxes, as a batch test runs it
+// stock by stock. Without unusual volume nearly every series trades, so the log is longest.
+void Backtests(benchmark::State& state, const Market& market) {
+  constexpr size_t kLoaded = 64;
+  settings::Config config;
+  config.rsDayCurr = 10;
+  config.useUnusualVolume = state.range(0) != 0;
+  std::vector<std::unique_ptr<StockView>> views;
+  for (size_t i = 0; i < kLoaded && i < market.symbols.size(); ++i) {
+    auto view = std::make_unique<StockView>();
+    data::LoadIndexFile(*view, market.folder + "/^IXIC.txt", config);
+    if (!data::LoadStockFile(*view, PricePath(market, market.symbols[i]))) {
+      state.SkipWithError("a price file of the market is missing");
+      return;
+    }
+    engine::ComputeRSLine(*view);
+    engine::SetViewDays(*view, engine::ViewDayCount(4));
+    engine::ComputeBoxes(*view, true);
+    views.push_back(std::move(view));
+  }
+  platform::StringSink log;
+  platform::StringSink results;
+  size_t next = 0;
+  int64_t logBytes = 0;
+  for (auto _ : state) {
+    engine::BackTester tester(*views[next], config, log, results);
+    tester.Backtest(true, false, true, true, true);
+    logBytes += static_cast<int64_t>(log.text().size());
+    log.Clear();
+    results.Clear();
+    next = next + 1 == views.size() ? 0 : next + 1;
+  }
+  state.counters["backtests/s"] =
+      benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+  state.counters["log bytes"] =
+      benchmark::Counter(static_cast<double>(logBytes), benchmark::Counter::kAvgIterations);
+}
+
 }  // namespace
 }  // namespace halvard::bench
 
@@ -141,6 +182,11 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark("ComputeBoxes/view", BoxesOnly, market)
         ->Arg(4)
         ->Arg(5)
+        ->Unit(benchmark::kNanosecond)
+        ->UseRealTime();
+    benchmark::RegisterBenchmark("Backtest/view:4/unusualVolume", Backtests, market)
+        ->Arg(1)
+        ->Arg(0)
         ->Unit(benchmark::kNanosecond)
         ->UseRealTime();
     benchmark::RunSpecifiedBenchmarks();
