@@ -258,6 +258,21 @@ TEST_F(BacktestTest, SignalModeStopsBelowTheStopLoss) {
   EXPECT_TRUE(tester_.stopLossHit);
 }
 
+TEST_F(BacktestTest, SignalModeInBounceModeStopsAtTheFirstBounce) {
+  Load(TwoBoxes());
+  config_.buyMode = 2;
+  EXPECT_NE(Run(true).find("Pyramiding boxes found on 3/2/2024 - 3/8/2024,8\r\n"
+                           "Found a buy position, turning on buy on 3/10/2024\r\n"
+                           "Sell signal set at - 8.875\r\n"
+                           "Price above stopbuy, turning off buy on 3/10/2024\r\n"
+                           "Checking for Pyramiding boxes\r\n"
+                           "Sufficient boxes not found. Not taking any action.\r\n"),
+            std::string::npos)
+      << log_.text();
+  EXPECT_FALSE(tester_.buyArmed);
+  EXPECT_EQ(tester_.tradeCount, 0);
+}
+
 TEST_F(BacktestTest, AFailedRSCheckSkipsTheBuy) {
   Load(TwoBoxes());
   view_->rsAvailable = true;  // a flat RS line never rose: every check fails
