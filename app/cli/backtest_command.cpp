@@ -21,7 +21,7 @@ void Run(const GlobalOptions& options, const BacktestArgs& args) {
     throw Error("no price file for " + args.symbol + ": " + session->StockPath(args.symbol) +
                 " does not exist");
   }
-  session->ComputeShownBoxes();
+  session->ShowView();
   platform::StringSink log;
   platform::StringSink results;
   engine::BackTester tester(session->view(), session->config, log, results);

@@ -8,7 +8,7 @@ namespace halvard::engine {
 
 BackTester::BackTester(StockView& view, settings::Config& config, platform::TextSink& log,
                        platform::TextSink& results)
-    : v_(view), config_(config), log_(log), results_(results) {}
+    : v_(view), config_(config), log_(log), results_(&results) {}
 
 void BackTester::AppendLog(std::string_view text) {
   log_.Append(text);
@@ -129,7 +129,7 @@ void BackTester::WriteResultRow(int code) {
   } else {
     status = "No Trades";
   }
-  results_.Append(v_.stockSymbol + "\t" + (code == 2 ? "Corvane\t\t" : "Pyramiding Boxes\t") +
+  results_->Append(v_.stockSymbol + "\t" + (code == 2 ? "Corvane\t\t" : "Pyramiding Boxes\t") +
                   std::to_string(tradeCount) + "\t" + platform::FormatMoney(totalProfit) + "$\t\t" +
                   status + "\t\r\n");
   if (totalProfit > 0) {

@@ -21,6 +21,10 @@ class BackTester {
   BackTester(StockView& view, settings::Config& config, platform::TextSink& log,
              platform::TextSink& results);
 
+  // Result rows go to another pane from now on (the batch report writes its table this way).
+  void SetResults(platform::TextSink& results) { results_ = &results; }
+  platform::TextSink& results() const { return *results_; }
+
   // One backtest of the loaded symbol. partOfListRun drops the "Buy Mode" header line;
   // signalMode stops at the first signal instead of trading. Returns the result code: 2 when a
   // corvane trade ran, else 1 (with unusual volume) or 3 (without) when boxes were tried, 0 when
@@ -78,7 +82,7 @@ class BackTester {
   StockView& v_;
   settings::Config& config_;
   platform::TextSink& log_;
-  platform::TextSink& results_;
+  platform::TextSink* results_;
 };
 
 }  // namespace halvard::engine

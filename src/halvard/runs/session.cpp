@@ -1,12 +1,15 @@
 #include "halvard/runs/session.h"
 
 #include "halvard/data/file_parser.h"
+#include "halvard/data/watch_list.h"
 #include "halvard/error.h"
 
 namespace halvard::runs {
 
 Session::Session(settings::MRegistry store)
-    : store_(std::move(store)), view_(std::make_unique<engine::StockView>()) {}
+    : store_(std::move(store)),
+      view_(std::make_unique<engine::StockView>()),
+      tester_(*view_, config, log_, results_) {}
 
 bool Session::StartUp() {
   config.showRS = true;
@@ -27,14 +30,22 @@ bool Session::ShowSymbol(const std::string& symbol) {
   return true;
 }
 
-void Session::ComputeShownBoxes() {
-  const int days = engine::ViewDayCount(config.currentView);
+void Session::ShowView() {
+  if (!chartReady) return;
+  const int days = dayCount();
   if (days == 0) {
     throw UsageError("the current view setting is " + std::to_string(config.currentView) +
                      "; choose a view from 1 to 5");
   }
   engine::SetViewDays(*view_, days);
   engine::ComputeBoxes(*view_, true);
+}
+
+void Session::SelectList(const std::string& name) {
+  symbols = data::ReadWatchList(data::WatchListPath(config.IncFilePath, name), data::Quotes::kStrip);
+  listName = name;
+  if (!symbols.empty()) ShowSymbol(symbols[0]);
+  ShowView();
 }
 
 }  // namespace halvard::runs

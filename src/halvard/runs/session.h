@@ -1,11 +1,16 @@
 #pragma once
-// Session: what the main window owns and both front ends drive: the settings, the shown symbol
-// (whose RS line the engine reads) and whether it may be drawn.
+// Session: what the main window owns and both front ends drive: the settings, the chosen watch
+// list and its symbols, the shown symbol (whose RS line the engine reads), whether it may be
+// drawn, the engine with its panes, and the result text the scans fill. A run over a list starts
+// from the state the main window has after selecting that list.
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "halvard/engine/back_tester.h"
 #include "halvard/engine/stock_view.h"
+#include "halvard/platform/text_sink.h"
 #include "halvard/settings/config.h"
 #include "halvard/settings/registry.h"
 
@@ -19,7 +24,15 @@ class Session {
   const settings::MRegistry& store() const { return store_; }
   engine::StockView& view() { return *view_; }
   const engine::StockView& view() const { return *view_; }
+  engine::BackTester& tester() { return tester_; }
+  // The backtest log pane: every engine line of every run lands here.
+  platform::StringSink& log() { return log_; }
+
   bool chartReady = false;
+  std::string listName;              // the watch list as the user named it
+  std::vector<std::string> symbols;  // its symbols, in file order
+  int hotListCursor = 0;
+  std::string resultText;  // the symbols a scan passed, each followed by CR LF
 
   void ReadSettings() { config.ReadConfig(store_); }
   void WriteSettings() const { config.WriteConfig(store_); }
@@ -36,13 +49,25 @@ class Session {
   // showRS is on and the chart becomes ready. Returns false when there is no price file.
   bool ShowSymbol(const std::string& symbol);
 
-  // The box computation of the shown chart: the current view's days, boxes computed as they are
-  // drawn (so the open box counts as broken up). A view outside 1 to 5 is a halvard::UsageError.
-  void ComputeShownBoxes();
+  // The chart of the shown symbol: when it is ready, the current view's days are set and the
+  // boxes computed as they are drawn (the open box counts as broken up). A view outside 1 to 5
+  // is a halvard::UsageError.
+  void ShowView();
+
+  // Selects a watch list (NAME or NAME.inc in the watch-list folder) as the main window does:
+  // its symbols are read, row 0 is shown when there is one, then the view. A missing list is a
+  // halvard::Error.
+  void SelectList(const std::string& name);
+
+  // The days of the current view (5, 23, 69, 138 or 276).
+  int dayCount() const { return engine::ViewDayCount(config.currentView); }
 
  private:
   settings::MRegistry store_;
   std::unique_ptr<engine::StockView> view_;  // large: the arrays hold 1001 bars and 31001 closes
+  platform::StringSink log_;
+  platform::StringSink results_;  // result rows of single backtests, which nobody shows
+  engine::BackTester tester_;
 };
 
 }  // namespace halvard::runs

@@ -1,0 +1,42 @@
+#pragma once
+// The live trading report: for every symbol of the session's list, what to do on the next
+// trading day (buy, with the stop-buy and stop-loss prices, or skip), repeated over the sweep
+// levels. The report grows across runs, as the window's text does until it is closed.
+
+#include <string>
+
+#include "halvard/platform/progress.h"
+#include "halvard/platform/text_sink.h"
+#include "halvard/runs/report_text.h"
+#include "halvard/runs/session.h"
+#include "halvard/runs/sweep.h"
+
+namespace halvard::runs {
+
+class LiveReport {
+ public:
+  // The levels start as one pass with the current stop loss and RS days.
+  LiveReport(Session& session, platform::Progress& progress, double today);
+
+  SweepLevels levels;
+
+  // The whole sweep: a header, then one pass per level combination (none for an empty list).
+  void Run(const RunSwitches& switches);
+  // One pass over the list.
+  void RunLive(const RunSwitches& switches);
+
+  const std::string& text() const { return report_.text(); }
+  // The symbols of the last pass that got a "Buy" row, each followed by CR LF.
+  const std::string& buyList() const { return buyList_; }
+
+ private:
+  void Line(std::string_view text);
+
+  Session& s_;
+  platform::Progress& progress_;
+  double today_;
+  platform::StringSink report_;
+  std::string buyList_;
+};
+
+}  // namespace halvard::runs

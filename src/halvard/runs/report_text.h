@@ -1,0 +1,28 @@
+#pragma once
+// Pieces of text the live report and the batch test share.
+
+#include <string>
+#include <string_view>
+
+namespace halvard::runs {
+
+inline constexpr std::string_view kDashRule = "---------------------------------------------------";
+inline constexpr std::string_view kLongDashRule =
+    "--------------------------------------------------------------";
+inline constexpr std::string_view kStarRule = "***************************************************";
+inline constexpr std::string_view kEqualsRule =
+    "===================================================";
+
+// Which switches a run passes to the engine, as the windows' three check boxes set them.
+struct RunSwitches {
+  bool corvane = false;        // "Corvane"
+  bool unusualVolume = false;  // "Pyramiding Boxes": the engine tries the boxes
+  bool positiveRS = false;     // "+ve Relative Strength"
+};
+
+// " from S to E with a step of STEP"
+std::string RangeText(std::string_view from, std::string_view to, std::string_view step);
+
+std::string BuyModeLine(int buyMode);
+
+}  // namespace halvard::runs

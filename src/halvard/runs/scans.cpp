@@ -1,0 +1,100 @@
+#include "halvard/runs/scans.h"
+
+#include <cstdint>
+
+#include "halvard/data/file_parser.h"
+#include "halvard/data/watch_list.h"
+
+namespace halvard::runs {
+namespace {
+
+// The frame every scan shares; test decides on the loaded stock.
+template <class Test>
+void Scan(Session& s, platform::Progress& progress, Test&& test) {
+  s.resultText.clear();
+  const int n = static_cast<int>(s.symbols.size());
+  engine::StockView& v = s.view();
+  for (int i = 0; i < n; ++i) {
+    if (progress.Cancelled()) return;
+    progress.Step(i, n, ShowProgress(i, n - 1));
+    if (!data::LoadStockFile(v, s.StockPath(s.symbols[i]))) continue;
+    engine::ComputeBoxes(v, s.config.enableGraphUpdate);
+    if (test(v)) s.resultText += v.stockSymbol + "\r\n";
+  }
+}
+
+}  // namespace
+
+std::string ShowProgress(int index, int last) {
+  return "Processing stock #" + std::to_string(index) + " of " + std::to_string(last);
+}
+
+void HighScan(Session& s, platform::Progress& progress, int weeks, int withinDays) {
+  const int m = weeks * 5;
+  if (m > engine::StockView::kMaxBars) {
+    throw Error("a high of the last " + std::to_string(weeks) + " weeks needs " +
+                std::to_string(m) + " days; a price file holds at most " +
+                std::to_string(engine::StockView::kMaxBars));
+  }
+  Scan(s, progress, [&](const engine::StockView& v) {
+    int index = 0;
+    data::GetMax<double>(v.barHigh, m, index);
+    return index <= withinDays;
+  });
+}
+
+void CorvaneScan(Session& s, platform::Progress& progress, int maxAge) {
+  Scan(s, progress, [&](const engine::StockView& v) {
+    const int c = v.corvaneCount;
+    bool passed = false;
+    for (int k = c - 1; c > 0 && k <= 0; ++k) {
+      if (v.corvaneBreakDay[k] < maxAge) passed = true;
+    }
+    return passed;
+  });
+}
+
+void InABoxScan(Session& s, platform::Progress& progress) {
+  Scan(s, progress, [](const engine::StockView& v) {
+    return v.boxCount > 0 && v.boxEndDay[v.boxCount - 1] == -1;
+  });
+}
+
+void UnusualVolumeScan(Session& s, platform::Progress& progress, int maxAge) {
+  constexpr uint16_t kUnset = 65535;  // the position is 16 bits wide; unset reads as -1
+  uint16_t p = kUnset;
+  engine::BackTester& tester = s.tester();
+  Scan(s, progress, [&](const engine::StockView&) {
+    const int dayCount = s.dayCount();
+    bool found = false;
+    for (;;) {
+      if (p == static_cast<uint16_t>(dayCount)) break;
+      if (p == kUnset) p = 0;
+      const int r = tester.FindUnusualVolume(dayCount - p);
+      p = static_cast<uint16_t>(dayCount - r);
+      if (p <= dayCount - maxAge) continue;
+      if (!found && tester.unusualVolumeFound) found = true;
+    }
+    return found;
+  });
+}
+
+void BuySignalScan(Session& s, platform::Progress& progress) {
+  Scan(s, progress, [&](const engine::StockView&) {
+    s.tester().Backtest(true, true, true, s.config.useUnusualVolume, s.config.rsCheckEnabled);
+    return s.tester().buyArmed;
+  });
+}
+
+void BelowStopLossScan(Session& s, platform::Progress& progress) {
+  Scan(s, progress, [&](const engine::StockView&) {
+    s.tester().Backtest(true, true, true, s.config.useUnusualVolume, s.config.rsCheckEnabled);
+    return s.tester().stopLossHit;
+  });
+}
+
+void SaveResultList(const Session& s, const std::filesystem::path& file) {
+  data::WriteWatchList(file, s.resultText);
+}
+
+}  // namespace halvard::runs
