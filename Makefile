@@ -21,9 +21,14 @@ test: deps build
 
 # The main job on the bundled samples, with settings kept inside the build folder so a
 # first look never touches the user's own settings file.
+DEMO = $(BUILD)/app/cli/halvard --config $(BUILD)/demo-settings.ini \
+  --stock-dir samples/data --list-dir samples/watchlists
+
 run: deps build
-	$(BUILD)/app/cli/halvard --config $(BUILD)/demo-settings.ini \
-	  --stock-dir samples/data --list-dir samples/watchlists boxes AAL --view 5
+	@echo "== The buy-signal scan of the sample list"
+	$(DEMO) scan buy --list sample
+	@echo "== The live trading report of the sample list"
+	$(DEMO) live --list sample --corvane --pyramiding --rs
 
 bench: deps build
 	$(BUILD)/bench/halvard-bench

@@ -4,7 +4,6 @@
 #include <iostream>
 
 #include "commands.h"
-#include "halvard/engine/back_tester.h"
 #include "halvard/error.h"
 
 namespace halvard::cli {
@@ -22,11 +21,8 @@ void Run(const GlobalOptions& options, const BacktestArgs& args) {
                 " does not exist");
   }
   session->ShowView();
-  platform::StringSink log;
-  platform::StringSink results;
-  engine::BackTester tester(session->view(), session->config, log, results);
-  tester.Backtest(false, args.signal, true, true, session->config.rsCheckEnabled);
-  std::cout << WithLineFeeds(log.text());
+  session->tester().Backtest(false, args.signal, true, true, session->config.rsCheckEnabled);
+  std::cout << WithLineFeeds(session->log().text());
 }
 
 }  // namespace

@@ -11,6 +11,9 @@ namespace halvard::cli {
 void AddConfigCommand(CLI::App& app, const GlobalOptions& options);
 void AddBoxesCommand(CLI::App& app, const GlobalOptions& options);
 void AddBacktestCommand(CLI::App& app, const GlobalOptions& options);
+void AddScanCommand(CLI::App& app, const GlobalOptions& options);
+void AddLiveCommand(CLI::App& app, const GlobalOptions& options);
+void AddBatchCommand(CLI::App& app, const GlobalOptions& options);
 
 // A report of the program (CR LF line ends) as the command line prints it: LF only.
 std::string WithLineFeeds(std::string_view text);

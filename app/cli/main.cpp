@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "commands.h"
+#include "terminal_progress.h"
 #include "halvard/error.h"
 
 int main(int argc, char** argv) {
@@ -18,9 +19,15 @@ int main(int argc, char** argv) {
   cli::AddConfigCommand(app, options);
   cli::AddBoxesCommand(app, options);
   cli::AddBacktestCommand(app, options);
+  cli::AddScanCommand(app, options);
+  cli::AddLiveCommand(app, options);
+  cli::AddBatchCommand(app, options);
 
   try {
     app.parse(argc, argv);
+  } catch (const cli::Interrupted&) {
+    std::cerr << "halvard: interrupted; nothing was saved\n";
+    return 130;
   } catch (const CLI::ParseError& e) {
     return app.exit(e) == 0 ? 0 : 2;
   } catch (const UsageError& e) {

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "halvard/platform/clock.h"
 #include "halvard/platform/progress.h"
 #include "halvard/platform/text_sink.h"
 #include "halvard/runs/report_text.h"
@@ -15,8 +16,9 @@ namespace halvard::runs {
 
 class LiveReport {
  public:
-  // The levels start as one pass with the current stop loss and RS days.
-  LiveReport(Session& session, platform::Progress& progress, double today);
+  // The levels start as one pass with the current stop loss and RS days. The report is dated
+  // today (a serial date).
+  LiveReport(Session& session, platform::Progress& progress, double today = platform::Today());
 
   SweepLevels levels;
 

@@ -1,0 +1,57 @@
+// halvard scan KIND --list NAME [--save [LIST]]: one of the scans over a watch list; prints the
+// symbols that passed, one a line, and with --save writes them as a watch list.
+
+#include <iostream>
+
+#include "commands.h"
+#include "halvard/data/watch_list.h"
+#include "halvard/runs/scan_commands.h"
+#include "halvard/runs/scans.h"
+#include "terminal_progress.h"
+
+namespace halvard::cli {
+namespace {
+
+struct ScanArgs {
+  std::string kind;
+  std::string list;
+  std::string saveAs;
+};
+
+void Run(const GlobalOptions& options, const ScanArgs& args, bool save) {
+  const runs::ScanCommand& scan = *runs::FindScanCommand(args.kind);
+  const auto session = OpenSession(options, StartMode::kFull);
+  session->SelectList(args.list);
+  {
+    TerminalProgress progress;
+    scan.run(*session, progress);
+    std::cout << WithLineFeeds(session->resultText) << std::flush;
+    if (progress.Cancelled()) throw Interrupted{};
+  }
+  if (!save) return;
+  const std::string name = args.saveAs.empty() ? scan.listName(session->config) : args.saveAs;
+  const auto path = data::WatchListPath(session->config.IncFilePath, name);
+  runs::SaveResultList(*session, path);
+  std::cerr << "halvard: saved the list as " << path.string() << "\n";
+}
+
+}  // namespace
+
+void AddScanCommand(CLI::App& app, const GlobalOptions& options) {
+  auto args = std::make_shared<ScanArgs>();
+  auto* command = app.add_subcommand("scan", "Scan a watch list and print the symbols that pass");
+  std::vector<std::string> kinds;
+  for (const auto& scan : runs::ScanCommands()) kinds.emplace_back(scan.key);
+  command->add_option("KIND", args->kind, "The scan")->required()->check(CLI::IsMember(kinds));
+  command->add_option("--list", args->list, "The watch list to scan (NAME or NAME.inc)")
+      ->required();
+  auto* save = command
+                   ->add_option("--save", args->saveAs,
+                                "Save the result as a watch list; LIST defaults to the scan's "
+                                "own name (52WeekHigh, 4WeekHigh, Unusual, corvane, inbox, buy, "
+                                "belowstoploss)")
+                   ->expected(0, 1);
+  command->callback([&options, args, save] { Run(options, *args, save->count() > 0); });
+}
+
+}  // namespace halvard::cli

@@ -1,0 +1,98 @@
+// halvard live and halvard batch: the live trading report and the batch test over a watch list,
+// each swept over stop-loss and RS-days levels, printed as their windows show them.
+
+#include <iostream>
+
+#include "commands.h"
+#include "halvard/data/watch_list.h"
+#include "halvard/platform/files.h"
+#include "halvard/runs/batch_test.h"
+#include "halvard/runs/live_report.h"
+#include "terminal_progress.h"
+
+namespace halvard::cli {
+namespace {
+
+struct SweepArgs {
+  std::string list;
+  runs::RunSwitches switches;
+  std::string stopLossLevels;
+  std::string rsLevels;
+  std::string saveResults;
+  std::string saveInc;
+  bool separate = false;  // batch only
+};
+
+void AddSweepOptions(CLI::App& command, SweepArgs& args, std::string_view incHelp) {
+  command.add_option("--list", args.list, "The watch list to run (NAME or NAME.inc)")->required();
+  command.add_flag("--corvane", args.switches.corvane, "Trade corvanes (\"Corvane\")");
+  command.add_flag("--pyramiding", args.switches.unusualVolume,
+                   "Trade the boxes (\"Pyramiding Boxes\")");
+  command.add_flag("--rs", args.switches.positiveRS,
+                   "Buy only with positive relative strength (\"+ve Relative Strength\")");
+  command.add_option("--stoploss", args.stopLossLevels,
+                     "Stop-loss levels in dollars as START,STOP,STEP (e.g. 1,2,0.5); default: one "
+                     "pass at the current stop loss");
+  command.add_option("--rs-days", args.rsLevels,
+                     "RS comparison days as START,STOP,STEP (e.g. 5,10,2); default: one pass at "
+                     "the current RS days");
+  command.add_option("--save-results", args.saveResults, "Save the report as a text file");
+  command.add_option("--save-inc", args.saveInc, std::string(incHelp));
+}
+
+// Applies the levels options and the saves; what differs is the run itself.
+template <class Report, class RunIt, class ListOf>
+void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, ListOf listOf) {
+  const auto session = OpenSession(options, StartMode::kFull);
+  session->SelectList(args.list);
+  TerminalProgress progress;
+  Report report(*session, progress);
+  if (!args.stopLossLevels.empty()) runs::ParseStopLossLevels(args.stopLossLevels, report.levels);
+  if (!args.rsLevels.empty()) runs::ParseRsLevels(args.rsLevels, report.levels);
+  runIt(report);
+  std::cout << WithLineFeeds(report.text()) << std::flush;
+  if (progress.Cancelled()) throw Interrupted{};
+  if (!args.saveResults.empty()) {
+    platform::WriteFileAtomically(args.saveResults, report.text() + "\r\n");
+    std::cerr << "halvard: saved the report as " << args.saveResults << "\n";
+  }
+  if (!args.saveInc.empty()) {
+    const auto path = data::WatchListPath(session->config.IncFilePath, args.saveInc);
+    data::WriteWatchList(path, listOf(report));
+    std::cerr << "halvard: saved the list as " << path.string() << "\n";
+  }
+}
+
+}  // namespace
+
+void AddLiveCommand(CLI::App& app, const GlobalOptions& options) {
+  auto args = std::make_shared<SweepArgs>();
+  auto* command = app.add_subcommand(
+      "live", "What to do on the next trading day for every symbol of a watch list");
+  AddSweepOptions(*command, *args, "Save the symbols to buy as a watch list");
+  command->callback([&options, args] {
+    RunSweep<runs::LiveReport>(
+        options, *args, [&](runs::LiveReport& r) { r.Run(args->switches); },
+        [](const runs::LiveReport& r) { return r.buyList(); });
+  });
+}
+
+void AddBatchCommand(CLI::App& app, const GlobalOptions& options) {
+  auto args = std::make_shared<SweepArgs>();
+  auto* command =
+      app.add_subcommand("batch", "Backtest every symbol of a watch list, swept over levels");
+  AddSweepOptions(*command, *args, "Save the symbols that traded as a watch list");
+  command->add_flag("--separate", args->separate,
+                    "Sweep the stop loss, then separately the RS days, instead of every "
+                    "combination");
+  command->callback([&options, args] {
+    RunSweep<runs::BatchTest>(
+        options, *args,
+        [&](runs::BatchTest& r) {
+          args->separate ? r.RunBatch(args->switches) : r.GoCommand(args->switches);
+        },
+        [](const runs::BatchTest& r) { return r.tradedList(); });
+  });
+}
+
+}  // namespace halvard::cli

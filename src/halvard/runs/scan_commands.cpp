@@ -1,0 +1,54 @@
+#include "halvard/runs/scan_commands.h"
+
+#include <array>
+
+#include "halvard/data/watch_list.h"
+#include "halvard/runs/scans.h"
+
+namespace halvard::runs {
+namespace {
+
+using P = platform::Progress;
+using settings::Config;
+
+// The X-week scan looks for the high within a fixed 115 days, whatever the settings say: the
+// window is part of what users know the scan for.
+constexpr int kXWeekWithinDays = 115;
+
+auto Named(std::string_view name) {
+  return [name](const Config&) { return std::string(name); };
+}
+
+}  // namespace
+
+std::span<const ScanCommand> ScanCommands() {
+  static const std::array<ScanCommand, 7> commands = {{
+      {"52week", "52 Week High",
+       [](Session& s, P& p) { HighScan(s, p, 52, s.config.period52week); },
+       Named(data::kFiftyTwoWeekHighListName)},
+      {"xweek", "X High",
+       [](Session& s, P& p) { HighScan(s, p, s.config.periodXQuantity, kXWeekWithinDays); },
+       [](const Config& c) { return data::XWeekHighListName(c.periodXQuantity); }},
+      {"unusual", "Unusual Volume",
+       [](Session& s, P& p) { UnusualVolumeScan(s, p, s.config.periodBoxScan); },
+       Named(data::kUnusualListName)},
+      {"corvane", "Corvanes", [](Session& s, P& p) { CorvaneScan(s, p, s.config.periodBoxScan); },
+       Named(data::kCorvaneListName)},
+      {"inbox", "In a Box", [](Session& s, P& p) { InABoxScan(s, p); },
+       Named(data::kInABoxListName)},
+      {"buy", "Buy Signal Scan", [](Session& s, P& p) { BuySignalScan(s, p); },
+       Named(data::kBuyListName)},
+      {"belowstoploss", "Below Stop Loss", [](Session& s, P& p) { BelowStopLossScan(s, p); },
+       Named(data::kBelowStopLossListName)},
+  }};
+  return commands;
+}
+
+const ScanCommand* FindScanCommand(std::string_view key) {
+  for (const ScanCommand& c : ScanCommands()) {
+    if (c.key == key) return &c;
+  }
+  return nullptr;
+}
+
+}  // namespace halvard::runs

@@ -1,0 +1,27 @@
+#pragma once
+// The scans as the main window's menu starts them: which settings each passes and the list name
+// each proposes for its result. Both front ends start scans through this table.
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "halvard/platform/progress.h"
+#include "halvard/runs/session.h"
+
+namespace halvard::runs {
+
+struct ScanCommand {
+  std::string_view key;      // the command line's name: "52week", "xweek", ...
+  std::string_view caption;  // the menu's: "52 Week High", "X High", ...
+  std::function<void(Session&, platform::Progress&)> run;
+  std::function<std::string(const settings::Config&)> listName;
+};
+
+std::span<const ScanCommand> ScanCommands();
+
+// The command of a key, or nullptr.
+const ScanCommand* FindScanCommand(std::string_view key);
+
+}  // namespace halvard::runs
