@@ -3,8 +3,8 @@
 #include <iostream>
 
 #include "commands.h"
-#include "terminal_progress.h"
 #include "halvard/error.h"
+#include "terminal_progress.h"
 
 int main(int argc, char** argv) {
   using namespace halvard;

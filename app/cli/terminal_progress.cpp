@@ -11,7 +11,9 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-void OnInterrupt(int) { interrupted = 1; }
+void OnInterrupt(int) {
+  interrupted = 1;
+}
 
 constexpr int kBarWidth = 30;
 constexpr auto kRedrawEvery = std::chrono::milliseconds(50);
@@ -37,8 +39,8 @@ void TerminalProgress::Step(int done, int total, std::string_view text) {
   const auto now = std::chrono::steady_clock::now();
   if (drawn_ && now - lastDraw_ < kRedrawEvery && done < total) return;
   lastDraw_ = now;
-  const int filled = total > 0 ? static_cast<int>(static_cast<long long>(kBarWidth) * done / total)
-                               : kBarWidth;
+  const int filled =
+      total > 0 ? static_cast<int>(static_cast<long long>(kBarWidth) * done / total) : kBarWidth;
   const std::string line = "\r" + std::string(text) + " [" + std::string(filled, '#') +
                            std::string(kBarWidth - filled, ' ') + "]\x1b[K";
   std::fwrite(line.data(), 1, line.size(), stderr);
@@ -46,7 +48,9 @@ void TerminalProgress::Step(int done, int total, std::string_view text) {
   drawn_ = true;
 }
 
-bool TerminalProgress::Cancelled() const { return interrupted != 0; }
+bool TerminalProgress::Cancelled() const {
+  return interrupted != 0;
+}
 
 void TerminalProgress::Clear() {
   if (!drawn_) return;

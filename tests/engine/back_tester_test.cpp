@@ -5,42 +5,14 @@
 #include <memory>
 
 #include "halvard/platform/date_text.h"
+#include "series.h"
 
 namespace halvard::engine {
 namespace {
 
-struct Day {
-  double open, high, low, close;
-  int64_t volume = 1000;
-};
-
-// Two boxes, then a breakout above the second box's top and a fall through its stop loss.
-// Positions count from the oldest day; position p is dated 3/(p+1)/2024 and is day 16 - p.
-//   box A: top p1 (12), bottom p2 (8), broken up on p6
-//   box B: top p7 (14), bottom p8 (9), broken up on p12 (high 14.5)
-std::vector<Day> TwoBoxes() {
-  const auto mid = [](double h, double l) { return Day{(h + l) / 2, h, l, (h + l) / 2}; };
-  return {
-      mid(10, 9),    mid(12, 10), mid(11, 8),    mid(11, 8.5),          mid(11.5, 9),  mid(11, 9),
-      mid(12.5, 10), mid(14, 12), mid(13, 9),    mid(13, 10),           mid(13.5, 10), mid(13, 10),
-      mid(14.5, 13), mid(14, 12), mid(14.2, 11), Day{10, 10.5, 8.5, 9}, mid(9.5, 8.6)};
-}
-
-// TwoBoxes with two more boxes after the breakout of B (positions 13 to 25):
-//   box C: top p13 (16), bottom p14 (12), broken up on p18 (high 16.5)
-//   box D: top p19 (18), bottom p20 (14.5), broken up on p24 (high 18.5)
-// then a fall through the raised stop loss on p25.
-std::vector<Day> FourBoxes() {
-  const auto mid = [](double h, double l) { return Day{(h + l) / 2, h, l, (h + l) / 2}; };
-  std::vector<Day> days = TwoBoxes();
-  days.resize(13);
-  for (const Day& d : {mid(16, 14), mid(15, 12), mid(15, 13), mid(15.5, 13), mid(15, 13),
-                       mid(16.5, 14.5), mid(18, 16), mid(17, 14.5), mid(17, 15), mid(17.5, 15),
-                       mid(17, 15), mid(18.5, 16), Day{15, 16, 13, 14}, mid(14, 13.5)}) {
-    days.push_back(d);
-  }
-  return days;
-}
+using test::Day;
+using test::FourBoxes;
+using test::TwoBoxes;
 
 class BacktestTest : public ::testing::Test {
  protected:
@@ -160,16 +132,7 @@ TEST_F(BacktestTest, APairWhoseNewerBottomIsTooLowIsPassedOver) {
 }
 
 TEST_F(BacktestTest, ACorvaneTradesTheFirstBoxAfterItsNewHigh) {
-  // A flat base of 50 days under 10 (its low 8 on p30), a new high of 13 on p50 that tops a box
-  // (bottom 11 on p51, broken up on p55), then a steady rise to the newest day.
-  std::vector<Day> days(100, Day{9.5, 10, 9, 9.5});
-  days[30].low = 8;
-  const Day box[] = {{12, 13, 11.5, 12},   {12, 12.5, 11, 12},   {12, 12.8, 11.5, 12},
-                     {12, 12.6, 11.6, 12}, {12, 12.9, 11.7, 12}, {13, 13.5, 12.5, 13}};
-  for (int p = 50; p <= 55; ++p) days[p] = box[p - 50];
-  for (int p = 56; p < 100; ++p) days[p] = {13, 13.5 + 0.1 * (p - 55), 12.5 + 0.1 * (p - 55), 13};
-  days[99].close = 17.5;
-  Load(days);
+  Load(test::CorvaneBreakout());
   ASSERT_EQ(view_->corvaneCount, 1);
   EXPECT_EQ(view_->corvaneLowDay[0], 99 - 30);
   EXPECT_EQ(Run(),

@@ -42,7 +42,8 @@ void Session::ShowView() {
 }
 
 void Session::SelectList(const std::string& name) {
-  symbols = data::ReadWatchList(data::WatchListPath(config.IncFilePath, name), data::Quotes::kStrip);
+  symbols =
+      data::ReadWatchList(data::WatchListPath(config.IncFilePath, name), data::Quotes::kStrip);
   listName = name;
   if (!symbols.empty()) ShowSymbol(symbols[0]);
   ShowView();

@@ -41,8 +41,8 @@ void CheckStep(T start, T stop, T step, const char* what) {
     throw UsageError(std::string(what) + ": a step of 0 would repeat the same level for ever");
   }
   const bool forward = step > 0 ? start <= stop : start >= stop;
-  if (forward && (start + step == start ||
-                  std::fabs(static_cast<double>(stop - start) / step) > kMaxLevels)) {
+  if (forward &&
+      (start + step == start || std::fabs(static_cast<double>(stop - start) / step) > kMaxLevels)) {
     throw UsageError(std::string(what) + ": the step is too small ever to reach the stop");
   }
 }
