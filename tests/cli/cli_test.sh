@@ -101,5 +101,54 @@ check "first run says what it made" "halvard: first run: created the stock files
 check "first run lists" "yes" "$([ -e "$XDG_DATA_HOME/halvard600/watchlists/sample.inc" ] && echo yes || echo no)"
 check "no index warning once the samples are there" "" "$(grep -c warning <<<"$err" | grep -v '^0$')"
 
+# Runs over a watch list: scans, the live report and the batch test on the bundled samples.
+cp "$samples/watchlists/sample.inc" "$scratch/lists/"
+printf 'AAL\r\nNOPE\r\nAMD\r\n' >"$scratch/lists/three.inc"
+listrun=(--stock-dir "$samples/data" --list-dir "$scratch/lists")
+run "${listrun[@]}" scan buy --list sample --save
+check "buy scan exit status" 0 "$rc"
+check "--save writes the printed symbols with CR LF and one more" "$(printf '%s\r\n' $out; printf '\r\n')" \
+  "$(cat "$scratch/lists/buy.inc")"
+check "--save says where" "halvard: saved the list as $scratch/lists/buy.inc" "$err"
+run "${listrun[@]}" --set "Scans/X Week Quantity=10" scan xweek --list three --save
+check "x-week scan skips a missing file" $'AAL\nAMD' "$out"
+check "x-week list name" "yes" "$([ -e "$scratch/lists/10WeekHigh.inc" ] && echo yes || echo no)"
+run "${listrun[@]}" scan inbox --list three --save mine.inc
+check "--save LIST" "yes" "$([ -e "$scratch/lists/mine.inc" ] && echo yes || echo no)"
+run "${listrun[@]}" scan nothing --list three
+check "unknown scan is a usage error" 2 "$rc"
+run "${listrun[@]}" scan buy --list absent
+check "missing list exit status" 1 "$rc"
+
+run "${listrun[@]}" live --list three --corvane --pyramiding --rs --save-inc tobuy \
+  --save-results "$scratch/report.txt"
+check "live exit status" 0 "$rc"
+check "live reports the missing file" "NOPE	Error opening stock file " "$(grep NOPE <<<"$out")"
+check "--save-results is the report with CR LF and one more" "$(sed 's/$/\r/' <<<"$out")"$'\n\r' \
+  "$(cat "$scratch/report.txt"; echo)"
+check "--save-inc holds the Buy rows" "$(grep -P '\tBuy\t' <<<"$out" | cut -f1 | sed 's/$/\r/')"$'\n\r' \
+  "$(cat "$scratch/lists/tobuy.inc"; echo)"
+run "${listrun[@]}" live --list three --stoploss 1,2,0
+check "a zero step is a usage error" 2 "$rc"
+check "a zero step says why" "halvard: usage error: stop-loss levels: a step of 0 would repeat the same level for ever" "$err"
+run "${listrun[@]}" batch --list three --pyramiding --rs-days 5,x,1
+check "a bad level is a usage error" 2 "$rc"
+
+run "${listrun[@]}" batch --list three --pyramiding --stoploss 0.125,0.375,0.125 --separate
+check "batch --separate exit status" 0 "$rc"
+check "batch --separate: a best for each range" 2 "$(grep -c '^Maximum profit = ' <<<"$out")"
+check "batch steps" "Step 1 of 3 Step 2 of 3 Step 3 of 3 Step 1 of 1" "$(grep '^Step' <<<"$out" | tr '\n' ' ' | sed 's/ $//')"
+
+# Ctrl-C ends a long sweep between two stocks: what was done is printed, nothing is saved.
+"$halvard" "${listrun[@]}" batch --list sample --pyramiding --stoploss 0,99,0.001 \
+  --save-results "$scratch/never.txt" >"$scratch/partial" 2>"$scratch/stderr" &
+sleep 1
+kill -INT $!
+wait $!
+check "interrupted exit status" 130 "$?"
+check "interrupted says so" "halvard: interrupted; nothing was saved" "$(cat "$scratch/stderr")"
+check "interrupted saves nothing" "no" "$([ -e "$scratch/never.txt" ] && echo yes || echo no)"
+check "interrupted prints what was done" "Batch Testing sample" "$(head -n 1 "$scratch/partial")"
+
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]
