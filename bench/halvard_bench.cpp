@@ -17,6 +17,7 @@
 #include "halvard/platform/files.h"
 #include "halvard/settings/config.h"
 #include "market_generator.h"
+#include "runs_bench.h"
 
 namespace halvard::bench {
 namespace {
@@ -189,6 +190,7 @@ int main(int argc, char** argv) {
         ->Arg(0)
         ->Unit(benchmark::kNanosecond)
         ->UseRealTime();
+    RegisterRunBenchmarks(market.folder);
     benchmark::RunSpecifiedBenchmarks();
   } catch (const std::exception& e) {
     // A file of the market that does not load is a finding, not a crash.

@@ -1,6 +1,5 @@
 #include "halvard/runs/batch_test.h"
 
-#include "halvard/data/file_parser.h"
 #include "halvard/platform/money_text.h"
 #include "halvard/platform/number_text.h"
 
@@ -47,7 +46,7 @@ void BatchTest::BatchCore(const RunSwitches& switches) {
   for (int i = 0; i < n; ++i) {
     if (progress_.Cancelled()) return;
     progress_.Step(i + 1, n, std::to_string(i + 1) + "/" + std::to_string(n));
-    if (!data::LoadStockFile(v, s_.StockPath(s_.symbols[i]))) {
+    if (!prices_.Load(v, s_.StockPath(s_.symbols[i]))) {
       Line(v.stockSymbol + "\tError opening stock file ");
       continue;
     }

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "halvard/data/price_cache.h"
 #include "halvard/platform/progress.h"
 #include "halvard/platform/text_sink.h"
 #include "halvard/runs/report_text.h"
@@ -38,6 +39,7 @@ class BatchTest {
 
   Session& s_;
   platform::Progress& progress_;
+  data::PriceCache prices_;  // every level of a sweep backtests the same files
   platform::StringSink report_;
   std::string tradedList_;
 };

@@ -1,6 +1,5 @@
 #include "halvard/runs/live_report.h"
 
-#include "halvard/data/file_parser.h"
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/number_text.h"
 
@@ -55,7 +54,7 @@ void LiveReport::RunLive(const RunSwitches& switches) {
   for (int i = 0; i < n; ++i) {
     if (progress_.Cancelled()) return;
     progress_.Step(i + 1, n, std::to_string(i + 1) + "/" + std::to_string(n));
-    if (!data::LoadStockFile(v, s_.StockPath(s_.symbols[i]))) {
+    if (!prices_.Load(v, s_.StockPath(s_.symbols[i]))) {
       Line(v.stockSymbol + "\tError opening stock file ");
       continue;
     }

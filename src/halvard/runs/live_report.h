@@ -6,6 +6,7 @@
 #include <string>
 
 #include "halvard/platform/clock.h"
+#include "halvard/data/price_cache.h"
 #include "halvard/platform/progress.h"
 #include "halvard/platform/text_sink.h"
 #include "halvard/runs/report_text.h"
@@ -37,6 +38,7 @@ class LiveReport {
   Session& s_;
   platform::Progress& progress_;
   double today_;
+  data::PriceCache prices_;  // every level of a sweep backtests the same files
   platform::StringSink report_;
   std::string buyList_;
 };

@@ -1,0 +1,48 @@
+#pragma once
+// Price files already parsed, kept so that a sweep, which backtests the same list once per level,
+// reads each file once instead of once per level. A file whose size, modification time or
+// identity changed is read again, so prices downloaded between two runs are seen.
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "halvard/data/price_series.h"
+
+namespace halvard::data {
+
+class PriceCache {
+ public:
+  // Keeps at most maxBars bars in all (about 48 bytes each); past that, files load as usual.
+  explicit PriceCache(size_t maxBars = 2'000'000) : maxBars_(maxBars) {}
+
+  // LoadStockFile, with the same result, the same series afterwards (the bars past barCount
+  // left as they were) and the same errors.
+  bool Load(PriceSeries& series, const std::string& path);
+
+ private:
+  struct Stamp {
+    int64_t size = 0;
+    int64_t modifiedNs = 0;
+    uint64_t inode = 0;
+    bool operator==(const Stamp&) const = default;
+  };
+  struct Entry {
+    Stamp stamp;
+    std::string symbol;
+    std::vector<double> date, open, high, low, close;
+    std::vector<int64_t> volume;
+    double highestHigh, lowestLow, newestDate, oldestDate, averageVolume;
+    int64_t maxVolume;
+  };
+
+  static void Keep(const PriceSeries& series, Entry& entry);
+  static void Restore(const Entry& entry, const std::string& path, PriceSeries& series);
+
+  size_t maxBars_;
+  size_t keptBars_ = 0;
+  std::unordered_map<std::string, Entry> entries_;
+};
+
+}  // namespace halvard::data

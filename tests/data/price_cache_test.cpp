@@ -1,0 +1,79 @@
+#include "halvard/data/price_cache.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "halvard/data/file_parser.h"
+#include "halvard/error.h"
+#include "test_support.h"
+
+namespace halvard::data {
+namespace {
+
+// Everything the loader sets, the stale bars past barCount included.
+void ExpectSameSeries(const PriceSeries& a, const PriceSeries& b) {
+  EXPECT_EQ(a.stockFilePath, b.stockFilePath);
+  EXPECT_EQ(a.stockSymbol, b.stockSymbol);
+  EXPECT_EQ(a.barCount, b.barCount);
+  EXPECT_EQ(a.barDate, b.barDate);
+  EXPECT_EQ(a.barOpen, b.barOpen);
+  EXPECT_EQ(a.barHigh, b.barHigh);
+  EXPECT_EQ(a.barLow, b.barLow);
+  EXPECT_EQ(a.barClose, b.barClose);
+  EXPECT_EQ(a.barVolume, b.barVolume);
+  EXPECT_EQ(a.highestHigh, b.highestHigh);
+  EXPECT_EQ(a.lowestLow, b.lowestLow);
+  EXPECT_EQ(a.maxVolume, b.maxVolume);
+  EXPECT_EQ(a.newestDate, b.newestDate);
+  EXPECT_EQ(a.oldestDate, b.oldestDate);
+  EXPECT_EQ(a.averageVolume, b.averageVolume);
+}
+
+TEST(PriceCache, AKeptFileLoadsAsTheFileDoesAndLeavesTheOlderBarsBehind) {
+  const std::string longFile = (test::LongPrices() / "AMD.txt").string();
+  const std::string shortFile = (test::SamplePrices() / "AAL.txt").string();
+  PriceCache cache;
+  const auto cached = std::make_unique<PriceSeries>();
+  const auto plain = std::make_unique<PriceSeries>();
+  for (int round = 0; round < 2; ++round) {  // the second round comes from the cache
+    ASSERT_TRUE(cache.Load(*cached, longFile));
+    ASSERT_TRUE(cache.Load(*cached, shortFile));
+  }
+  ASSERT_TRUE(LoadStockFile(*plain, longFile));
+  ASSERT_TRUE(LoadStockFile(*plain, shortFile));
+  ExpectSameSeries(*cached, *plain);
+  EXPECT_GT(cached->barClose[cached->barCount], 0);  // AMD's bars beyond AAL's
+}
+
+TEST(PriceCache, AChangedFileIsReadAgainAndAMissingOrBrokenOneAnswersAsTheLoader) {
+  test::TempDir dir;
+  const std::string file = (dir / "X.txt").string();
+  test::WriteText(file, test::PriceFile({"1/3/2024,1,2,0.5,1.5,100"}));
+  PriceCache cache;
+  const auto s = std::make_unique<PriceSeries>();
+  ASSERT_TRUE(cache.Load(*s, file));
+  test::WriteText(file, test::PriceFile({"1/4/2024,3,4,2.5,3.5,200", "1/3/2024,1,2,0.5,1.5,100"}));
+  ASSERT_TRUE(cache.Load(*s, file));
+  EXPECT_EQ(s->barCount, 2);
+  EXPECT_EQ(s->barClose[0], 3.5);
+
+  EXPECT_FALSE(cache.Load(*s, (dir / "GONE.txt").string()));
+  EXPECT_EQ(s->stockSymbol, "GONE");
+  test::WriteText(file, test::PriceFile({"1/4/2024,3,x,2.5,3.5,200"}));
+  EXPECT_THROW(cache.Load(*s, file), Error);
+  EXPECT_THROW(cache.Load(*s, file), Error);
+}
+
+TEST(PriceCache, PastItsSizeFilesStillLoad) {
+  PriceCache cache(300);  // AAL's 252 bars fit, AMD's 749 do not
+  const auto s = std::make_unique<PriceSeries>();
+  for (int round = 0; round < 2; ++round) {
+    ASSERT_TRUE(cache.Load(*s, (test::SamplePrices() / "AAL.txt").string()));
+    ASSERT_TRUE(cache.Load(*s, (test::LongPrices() / "AMD.txt").string()));
+    EXPECT_EQ(s->barCount, 749);
+  }
+}
+
+}  // namespace
+}  // namespace halvard::data
