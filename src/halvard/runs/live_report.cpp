@@ -8,22 +8,13 @@ namespace halvard::runs {
 using platform::FormatGeneral;
 
 LiveReport::LiveReport(Session& session, platform::Progress& progress, double today)
-    : levels(DefaultLevels(session.config)), s_(session), progress_(progress), today_(today) {}
-
-void LiveReport::Line(std::string_view text) {
-  report_.Append(text);
-  report_.Append("\r\n");
-}
+    : ListReport(session, progress), today_(today) {}
 
 void LiveReport::Run(const RunSwitches& switches) {
   const auto stopLosses = StopLossLevels(levels);
   const auto rsDays = RsLevels(levels);
-  Line("Live Testing " + s_.listName + " for stoploss settings starting" +
-       RangeText(FormatGeneral(levels.stopLossStart), FormatGeneral(levels.stopLossStop),
-                 FormatGeneral(levels.stopLossStep)));
-  Line(" for RS settings starting" + RangeText(std::to_string(levels.rsStart),
-                                               std::to_string(levels.rsStop),
-                                               std::to_string(levels.rsStep)));
+  Line("Live Testing " + s_.listName + " for stoploss settings starting" + StopLossRange());
+  Line(" for RS settings starting" + RsRange());
   Line(std::string(kDashRule) + std::string(kDashRule));
   for (const double stopLoss : stopLosses) {
     s_.config.stopLossLimit = stopLoss;
@@ -48,17 +39,9 @@ void LiveReport::RunLive(const RunSwitches& switches) {
   Line("SYMBOL   ACTION      DATE    STOPBUY     STOPLOSS             ");
   Line(kLongDashRule);
   buyList_.clear();
-  engine::StockView& v = s_.view();
+  const engine::StockView& v = s_.view();
   engine::BackTester& tester = s_.tester();
-  const int n = static_cast<int>(s_.symbols.size());
-  for (int i = 0; i < n; ++i) {
-    if (progress_.Cancelled()) return;
-    progress_.Step(i + 1, n, std::to_string(i + 1) + "/" + std::to_string(n));
-    if (!prices_.Load(v, s_.StockPath(s_.symbols[i]))) {
-      Line(v.stockSymbol + "\tError opening stock file ");
-      continue;
-    }
-    engine::ComputeBoxes(v, c.enableGraphUpdate);
+  ForEachStock([&] {
     tester.Backtest(true, true, switches.corvane, switches.unusualVolume, switches.positiveRS);
     if (tester.buyArmed) {
       Line(v.stockSymbol + "\tBuy\t" + platform::FormatShortDate(tester.buyArmedDate) + "\t" +
@@ -67,7 +50,7 @@ void LiveReport::RunLive(const RunSwitches& switches) {
     } else {
       Line(v.stockSymbol + "\tSkip");
     }
-  }
+  });
 }
 
 }  // namespace halvard::runs
