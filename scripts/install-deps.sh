@@ -6,6 +6,8 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build
   nlohmann-json3-dev libcli11-dev
+  libcurl4-openssl-dev
+  libcpp-httplib-dev pkg-config python3
   libgtest-dev libbenchmark-dev
 )
 

@@ -10,6 +10,7 @@
 #include "halvard/data/file_parser.h"
 #include "halvard/error.h"
 #include "halvard/platform/app_paths.h"
+#include "halvard/platform/files.h"
 #include "halvard/settings/folders.h"
 
 namespace halvard::cli {
@@ -17,15 +18,34 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void ApplySet(settings::Config& config, const std::string& assignment) {
+struct Assignment {
+  std::string section, name, text;
+};
+
+Assignment ParseSet(const std::string& assignment) {
   const size_t slash = assignment.find('/');
   const size_t eq = assignment.find('=', slash == std::string::npos ? 0 : slash);
   if (slash == std::string::npos || eq == std::string::npos) {
     throw UsageError("--set \"" + assignment + "\": expected \"Section/Value Name=text\"");
   }
-  settings::SetSettingFromText(config, assignment.substr(0, slash),
-                               assignment.substr(slash + 1, eq - slash - 1),
-                               assignment.substr(eq + 1));
+  return {assignment.substr(0, slash), assignment.substr(slash + 1, eq - slash - 1),
+          assignment.substr(eq + 1)};
+}
+
+bool IsServices(const Assignment& a) {
+  return platform::EqualsIgnoreCase(a.section, settings::kServicesSection);
+}
+
+// A [Services] value is checked here, so a mistyped one is refused by every command, and
+// applied by OpenServices for the commands that download.
+void ApplySet(settings::Config& config, const std::string& assignment) {
+  const Assignment a = ParseSet(assignment);
+  if (IsServices(a)) {
+    settings::ServiceSettings unused;
+    settings::SetServiceSettingFromText(unused, a.name, a.text);
+    return;
+  }
+  settings::SetSettingFromText(config, a.section, a.name, a.text);
 }
 
 fs::path ExecutableFolder() {
@@ -68,6 +88,15 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
   }
   for (const std::string& s : options.sets) ApplySet(session->config, s);
   return session;
+}
+
+settings::ServiceSettings OpenServices(const GlobalOptions& options, const runs::Session& session) {
+  settings::ServiceSettings services = settings::ReadServiceSettings(session.store());
+  for (const std::string& s : options.sets) {
+    const Assignment a = ParseSet(s);
+    if (IsServices(a)) settings::SetServiceSettingFromText(services, a.name, a.text);
+  }
+  return services;
 }
 
 std::string WithLineFeeds(std::string_view text) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "halvard/runs/session.h"
+#include "halvard/settings/services.h"
 
 namespace halvard::cli {
 
@@ -26,6 +27,10 @@ enum class StartMode {
 // Reads the settings, applies --stock-dir/--list-dir, starts up (kFull), then applies --set.
 // Notices and warnings go to stderr.
 std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMode mode);
+
+// The [Services] section of the session's settings file with the --set "Services/..."
+// overrides applied (OpenSession leaves those to this).
+settings::ServiceSettings OpenServices(const GlobalOptions& options, const runs::Session& session);
 
 // The folder of the bundled samples: $HALVARD_SAMPLES, beside the installed program, or the
 // source tree's; empty when none exists.

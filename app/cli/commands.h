@@ -14,6 +14,12 @@ void AddBacktestCommand(CLI::App& app, const GlobalOptions& options);
 void AddScanCommand(CLI::App& app, const GlobalOptions& options);
 void AddLiveCommand(CLI::App& app, const GlobalOptions& options);
 void AddBatchCommand(CLI::App& app, const GlobalOptions& options);
+void AddDownloadCommand(CLI::App& app, const GlobalOptions& options);
+void AddScheduleCommand(CLI::App& app, const GlobalOptions& options);
+
+// Thrown by a command that has said what went wrong (a symbol that failed to download): the
+// program ends with status 1 and prints nothing more.
+struct Failed {};
 
 // A report of the program (CR LF line ends) as the command line prints it: LF only.
 std::string WithLineFeeds(std::string_view text);

@@ -22,12 +22,16 @@ int main(int argc, char** argv) {
   cli::AddScanCommand(app, options);
   cli::AddLiveCommand(app, options);
   cli::AddBatchCommand(app, options);
+  cli::AddDownloadCommand(app, options);
+  cli::AddScheduleCommand(app, options);
 
   try {
     app.parse(argc, argv);
-  } catch (const cli::Interrupted&) {
-    std::cerr << "halvard: interrupted; nothing was saved\n";
+  } catch (const cli::Interrupted& e) {
+    std::cerr << "halvard: interrupted; " << e.outcome << "\n";
     return 130;
+  } catch (const cli::Failed&) {
+    return 1;
   } catch (const CLI::ParseError& e) {
     return app.exit(e) == 0 ? 0 : 2;
   } catch (const UsageError& e) {

@@ -28,7 +28,10 @@ class TerminalProgress : public platform::Progress {
   std::chrono::steady_clock::time_point lastDraw_{};
 };
 
-// Thrown once a cancelled run has printed what it did: the program ends with status 130.
-struct Interrupted {};
+// Thrown once a cancelled run has printed what it did: the program says what became of its
+// files and ends with status 130.
+struct Interrupted {
+  const char* outcome = "nothing was saved";
+};
 
 }  // namespace halvard::cli

@@ -150,5 +150,49 @@ check "interrupted says so" "halvard: interrupted; nothing was saved" "$(cat "$s
 check "interrupted saves nothing" "no" "$([ -e "$scratch/never.txt" ] && echo yes || echo no)"
 check "interrupted prints what was done" "Batch Testing sample" "$(head -n 1 "$scratch/partial")"
 
+# Downloads from a local server standing in for the historical-quotes service (the table
+# provider); the same genuine answer for every symbol. Nothing leaves this machine.
+export HALVARD_LOG=$scratch/debug.log
+mkdir -p "$scratch/www" "$scratch/dl"
+cp "$samples/data/^IXIC.txt" "$scratch/dl/"  # no index warning in the answers
+cp "$2/responses/table-goog-2011.csv" "$scratch/www/table.csv"
+port=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+python3 -m http.server "$port" --bind 127.0.0.1 --directory "$scratch/www" >/dev/null 2>&1 &
+server=$!
+for _ in $(seq 50); do python3 -c "import socket; socket.create_connection(('127.0.0.1', $port))" 2>/dev/null && break; sleep 0.1; done
+printf ' GOOG \r\n\r\nORCL\r\n' >"$scratch/lists/two.inc"
+dl=(--stock-dir "$scratch/dl" --list-dir "$scratch/lists" --set "Services/Provider=table"
+  --set "Services/Table Host=127.0.0.1:$port" --set "Services/Timeout=5")
+run "${dl[@]}" download --list two --from 1/1/2011 --to 12/31/2011
+check "download --list answers" "Inc List Successfully download" "$out"
+check "download --list exit status" 0 "$rc"
+check "download writes CR LF" "Date,Open,High,Low,Close,Volume,Adj Close"$'\r' "$(head -n 1 "$scratch/dl/GOOG.txt")"
+check "download logs the list" "Downloading WatchList : two|Done Downloading WatchList : two" \
+  "$(cut -f3 "$HALVARD_LOG" | tr -d '\r' | paste -sd'|')"
+run "${dl[@]}" --set "Services/Table Host=127.0.0.1:1" download --list two --skip-existing
+check "skip-existing asks nothing" "Inc List Successfully download" "$out"
+run "${dl[@]}" --set "Services/Table Host=127.0.0.1:1" download --list two
+check "failed list exit status" 1 "$rc"
+check "failed list message" $'Error downloading inc list - Failed to download GOOG\nFailed to download ORCL' "$err"
+run "${dl[@]}" --set "Services/Table Host=127.0.0.1:1" download NEW
+check "failed symbol" "1 Failed to download NEW" "$rc $err"
+run "${dl[@]}" --set "Services/Provider=nobody" download GOOG
+check "unknown provider is a usage error" 2 "$rc"
+run "${dl[@]}" download GOOG --list two
+check "symbols and lists at once is a usage error" 2 "$rc"
+
+# The scheduled download: once a day after the set time, the date stored in the settings.
+sched=(--config "$scratch/sched.ini" "${dl[@]}")
+run "${sched[@]}" schedule --list two
+check "schedule when not enabled" "Nothing to do: automatic downloading is not enabled (Download/Enabled)" "$out"
+run "${sched[@]}" config set Download Enabled True
+run "${sched[@]}" config set Download Time "0:00"
+run "${sched[@]}" schedule --list two
+check "schedule downloads" " Data last downloaded on : "$'\n'"$(date +%-m/%-d/%Y)" "$out"
+check "schedule stores the date" "$(date +%-m/%-d/%Y)" "$("$halvard" --config "$scratch/sched.ini" config get Download Date)"
+run "${sched[@]}" schedule --list two
+check "schedule a second time the same day" "Nothing to do: already downloaded on $(date +%-m/%-d/%Y)" "$out"
+kill "$server"
+
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

@@ -1,0 +1,26 @@
+#include "download_context.h"
+
+#include "halvard/data/watch_list.h"
+#include "halvard/error.h"
+#include "halvard/platform/files.h"
+
+namespace halvard::cli {
+
+DownloadContext::DownloadContext(const GlobalOptions& options)
+    : session(OpenSession(options, StartMode::kFull)),
+      source(data::MakePriceSource(OpenServices(options, *session))),
+      downloader(session->config.StockFilePath, *source, log) {}
+
+std::vector<std::filesystem::path> ExistingLists(const settings::Config& config,
+                                                 const std::vector<std::string>& names) {
+  std::vector<std::filesystem::path> paths;
+  for (const std::string& name : names) {
+    paths.push_back(data::WatchListPath(config.IncFilePath, name));
+    if (!platform::FileExists(paths.back())) {
+      throw Error("watch list " + paths.back().string() + " does not exist");
+    }
+  }
+  return paths;
+}
+
+}  // namespace halvard::cli

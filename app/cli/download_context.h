@@ -1,0 +1,29 @@
+#pragma once
+// What the download and schedule commands start from: the session (settings and folders), the
+// price source the [Services] section chooses, the event log file and the downloader over them.
+
+#include <memory>
+
+#include "cli_context.h"
+#include "halvard/data/downloader.h"
+#include "halvard/platform/event_log.h"
+
+namespace halvard::cli {
+
+struct DownloadContext {
+  explicit DownloadContext(const GlobalOptions& options);
+
+  std::unique_ptr<runs::Session> session;
+  std::unique_ptr<data::PriceSource> source;
+  platform::FileEventLog log;
+  data::Downloader downloader;
+};
+
+// What an interrupted download leaves: every file it finished is written whole.
+inline constexpr const char* kDownloadsKept = "the price files downloaded so far are kept";
+
+// Every list's file, checked before anything is fetched so a mistyped name costs no download.
+std::vector<std::filesystem::path> ExistingLists(const settings::Config& config,
+                                                 const std::vector<std::string>& names);
+
+}  // namespace halvard::cli

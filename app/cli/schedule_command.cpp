@@ -1,0 +1,54 @@
+// halvard schedule --list NAME... [--skip-existing]: one tick of the download timer. When the
+// scheduled download is due it downloads the lists over the last twelve months and stores the
+// date; otherwise it says why not. Run every few minutes (cron, a systemd timer), it gives the
+// once-a-day download.
+
+#include <iostream>
+
+#include "commands.h"
+#include "download_context.h"
+#include "halvard/data/download_schedule.h"
+#include "halvard/platform/clock.h"
+#include "terminal_progress.h"
+
+namespace halvard::cli {
+namespace {
+
+struct ScheduleArgs {
+  std::vector<std::string> lists;
+  bool skipExisting = false;
+};
+
+void Run(const GlobalOptions& options, const ScheduleArgs& args) {
+  DownloadContext c(options);
+  settings::Config& config = c.session->config;
+  const data::ScheduleVerdict verdict = data::CheckSchedule(platform::Now(), config);
+  if (verdict != data::ScheduleVerdict::kDue) {
+    std::cout << "Nothing to do: " << data::ScheduleVerdictText(verdict, config) << "\n";
+    return;
+  }
+  ExistingLists(config, args.lists);
+  TerminalProgress progress;
+  const bool all = data::AutoDownload(args.lists, args.skipExisting, platform::Today(),
+                                      c.downloader, config, c.session->store(), progress);
+  if (progress.Cancelled()) throw Interrupted{kDownloadsKept};
+  std::cout << WithLineFeeds(data::DownloadDateLabel(config.downloadDate)) << "\n";
+  // The scheduled download shows no failures; the event log has them.
+  if (!all) std::cerr << "halvard: some symbols failed; see " << c.log.file().string() << "\n";
+}
+
+}  // namespace
+
+void AddScheduleCommand(CLI::App& app, const GlobalOptions& options) {
+  auto args = std::make_shared<ScheduleArgs>();
+  auto* command =
+      app.add_subcommand("schedule",
+                         "The once-a-day download: when Download/Enabled is on, Download/Time has "
+                         "passed and nothing was downloaded today, download the lists' last year");
+  command->add_option("--list", args->lists, "The watch lists to download")->required();
+  command->add_flag("--skip-existing", args->skipExisting,
+                    "Leave symbols that have a price file alone (\"Skip Existing Files\")");
+  command->callback([&options, args] { Run(options, *args); });
+}
+
+}  // namespace halvard::cli

@@ -1,0 +1,88 @@
+#include "halvard/data/download_schedule.h"
+
+#include <cmath>
+
+#include "halvard/data/watch_list.h"
+#include "halvard/platform/date_text.h"
+
+namespace halvard::data {
+namespace {
+
+// Whole seconds of the time of day, so a time read back from text ("4:00 PM") and a clock
+// reading compare without rounding noise.
+long SecondOfDay(double serial) {
+  const double fraction = serial - std::floor(serial);
+  return std::lround(fraction * 86400) % 86400;
+}
+
+double DayOf(double serial) {
+  return std::floor(serial);
+}
+
+const double kUnsetDownloadDate = platform::SerialFromCivil({2000, 1, 1});  // "1/1/00"
+
+}  // namespace
+
+ScheduleVerdict CheckSchedule(double now, const settings::Config& config) {
+  if (!config.enableAutoDownload) return ScheduleVerdict::kDisabled;
+  if (SecondOfDay(config.downloadTime.serial) >= SecondOfDay(now)) {
+    return ScheduleVerdict::kBeforeTime;
+  }
+  if (DayOf(config.downloadDate.serial) >= DayOf(now)) return ScheduleVerdict::kDoneToday;
+  return ScheduleVerdict::kDue;
+}
+
+std::string ScheduleVerdictText(ScheduleVerdict verdict, const settings::Config& config) {
+  switch (verdict) {
+    case ScheduleVerdict::kDue:
+      return "";
+    case ScheduleVerdict::kDisabled:
+      return "automatic downloading is not enabled (Download/Enabled)";
+    case ScheduleVerdict::kBeforeTime:
+      return "the download time " + platform::FormatTime(config.downloadTime.serial) +
+             " has not passed yet";
+    case ScheduleVerdict::kDoneToday:
+      return "already downloaded on " + platform::FormatShortDate(config.downloadDate.serial);
+  }
+  return "";
+}
+
+double MonthsBefore(double date, int months) {
+  const platform::CivilDate d = platform::CivilFromSerial(date);
+  const int index = d.year * 12 + (d.month - 1) - months;
+  const int year = index / 12;
+  const int month = index % 12 + 1;
+  const double first = platform::SerialFromCivil({year, month, 1});
+  const double next = platform::SerialFromCivil({month == 12 ? year + 1 : year, month % 12 + 1, 1});
+  const int lastDay = static_cast<int>(next - first);
+  return first + (d.day < lastDay ? d.day : lastDay) - 1;
+}
+
+bool AutoDownload(const std::vector<std::string>& listNames, bool skipExisting, double today,
+                  Downloader& downloader, settings::Config& config,
+                  const settings::MRegistry& store, platform::Progress& progress) {
+  bool allDownloaded = true;
+  const int total = static_cast<int>(listNames.size());
+  for (int i = 0; i < total && !progress.Cancelled(); ++i) {
+    progress.Step(i, total, "Automatically Downloading WatchList " + listNames[i]);
+    const auto path = WatchListPath(config.IncFilePath, listNames[i]);
+    allDownloaded &=
+        downloader.DownloadList(path, MonthsBefore(today, 12), today, skipExisting, progress);
+  }
+  if (progress.Cancelled()) return allDownloaded;
+  config.downloadDate.serial = DayOf(today);
+  // Only this value is written: the command line's run-only overrides must not become
+  // the stored settings.
+  const settings::SettingText date = settings::GetSettingText(config, "Download", "Date");
+  store.SaveString(settings::kAppName, date.section, date.name, date.text);
+  return allDownloaded;
+}
+
+std::string DownloadDateLabel(const settings::DateValue& downloadDate) {
+  const std::string date = DayOf(downloadDate.serial) == kUnsetDownloadDate
+                               ? "Unknown"
+                               : platform::FormatShortDate(downloadDate.serial);
+  return " Data last downloaded on : \r\n" + date;
+}
+
+}  // namespace halvard::data

@@ -1,0 +1,66 @@
+#pragma once
+// Where price histories come from. A PriceSource fetches one symbol's daily history for a
+// date range and hands it over as the body the downloader stores: the header line
+// "Date,Open,High,Low,Close,Volume,Adj Close", then one line per trading day, newest first,
+// LF line ends. An answer that is not price data (an HTML page, a JSON error object, a rate
+// limit, an HTTP error, the wrong shape) or no answer at all is a failure that says which.
+
+#include <memory>
+#include <string>
+
+#include "halvard/platform/http_client.h"
+#include "halvard/settings/services.h"
+
+namespace halvard::data {
+
+struct FetchResult {
+  std::string body;
+  std::string failure;  // empty when body holds the answer
+  bool ok() const { return failure.empty(); }
+};
+
+class PriceSource {
+ public:
+  virtual ~PriceSource() = default;
+  // startDate and endDate are day counts from 12/30/1899; both days are included.
+  virtual FetchResult Fetch(const std::string& symbol, double startDate, double endDate) = 0;
+};
+
+// The historical-quotes service: GET /table.csv with keys a to g, y, ignore and s. Its CSV
+// body is already in the stored form and passes through unchanged. One request per symbol, no
+// pause, no retry.
+class TableSource : public PriceSource {
+ public:
+  TableSource(std::string host, std::unique_ptr<platform::HttpClient> client);
+  // The full address: the host (http:// when it names no scheme), "/table.csv?", then
+  // a=M-1&b=D&c=YYYY of the start, d=M-1&e=D&f=YYYY of the end, then "&g=d&y=0&ignore=.csv&s="
+  // and the symbol as it stands.
+  std::string BuildRequestAddress(const std::string& symbol, double startDate,
+                                  double endDate) const;
+  FetchResult Fetch(const std::string& symbol, double startDate, double endDate) override;
+
+ private:
+  std::string base_;
+  std::unique_ptr<platform::HttpClient> client_;
+};
+
+// The chart service of the same provider: JSON with timestamps and quote arrays.
+std::unique_ptr<PriceSource> MakeChartSource(std::string host,
+                                             std::unique_ptr<platform::HttpClient> client);
+// A free CSV service with its own tickers (see StooqTicker).
+std::unique_ptr<PriceSource> MakeStooqSource(std::string host,
+                                             std::unique_ptr<platform::HttpClient> client);
+// A keyed CSV service; the token goes with every request.
+std::unique_ptr<PriceSource> MakeTiingoSource(std::string host, std::string token,
+                                              std::unique_ptr<platform::HttpClient> client);
+
+// The source the [Services] section chooses, over libcurl with its time-out; the keyless
+// services get the pause between requests and one retry after a rate limit, the keyed one
+// the pause only.
+std::unique_ptr<PriceSource> MakePriceSource(const settings::ServiceSettings& services);
+
+// "aapl.us" for AAPL; indexes by their own names (^IXIC is ^ndq); a symbol with a market
+// suffix ("bmw.de") keeps it; always lower case.
+std::string StooqTicker(const std::string& symbol);
+
+}  // namespace halvard::data

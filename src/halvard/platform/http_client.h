@@ -1,0 +1,44 @@
+#pragma once
+// HttpClient: one blocking GET that returns the whole answer. Downloads go through this
+// interface so tests can point them at a server of their own. A failure to get any answer
+// (no connection, refused, timed out, a bad address) is reported in the result, never thrown:
+// one symbol's network trouble must not end a list.
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace halvard::platform {
+
+struct HttpResponse {
+  std::string failure;  // why no answer arrived; empty when one did
+  long status = 0;      // the HTTP status of the answer (after redirects)
+  // The Retry-After header in seconds from now (either form of the header), when sent.
+  std::optional<long> retryAfterSeconds;
+  std::string body;
+
+  bool answered() const { return failure.empty(); }
+};
+
+class HttpClient {
+ public:
+  virtual ~HttpClient() = default;
+  virtual HttpResponse Get(const std::string& url) = 0;
+};
+
+struct HttpOptions {
+  std::chrono::milliseconds timeout{60000};  // the whole request, connection included
+  std::string userAgent = "halvard600";
+};
+
+// Over libcurl: redirects followed, TLS certificates verified.
+class CurlHttpClient : public HttpClient {
+ public:
+  explicit CurlHttpClient(HttpOptions options = {});
+  HttpResponse Get(const std::string& url) override;
+
+ private:
+  HttpOptions options_;
+};
+
+}  // namespace halvard::platform

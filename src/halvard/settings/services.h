@@ -1,0 +1,41 @@
+#pragma once
+// ServiceSettings: the [Services] section of the settings file, which chooses where price
+// histories come from. It lives beside the Config table, not in it: only the downloads read it.
+//
+//   Provider      table, chart (the default), stooq or tiingo
+//   Table Host, Chart Host, Stooq Host, Tiingo Host
+//                 a base URL per provider; "http://" is assumed when no scheme is given
+//   Timeout       seconds a request may take (default 60)
+//   Pause         milliseconds between two requests of the keyed and keyless services (500)
+//   Tiingo Token  the key of the tiingo service
+
+#include <string>
+#include <string_view>
+
+#include "halvard/settings/registry.h"
+
+namespace halvard::settings {
+
+inline constexpr std::string_view kServicesSection = "Services";
+
+struct ServiceSettings {
+  std::string provider = "chart";
+  std::string tableHost = "ichart.finance.yahoo.com";
+  std::string chartHost = "https://query1.finance.yahoo.com";
+  std::string stooqHost = "https://stooq.com";
+  std::string tiingoHost = "https://api.tiingo.com";
+  double timeoutSeconds = 60;
+  int pauseMilliseconds = 500;
+  std::string tiingoToken;
+};
+
+// The stored section; missing values take their defaults. A value that does not convert (or a
+// provider nobody knows) is a halvard::Error naming the value and the text.
+ServiceSettings ReadServiceSettings(const MRegistry& store);
+
+// One value by name (without regard to case), as --set "Services/Name=text" gives it. An unknown
+// name or a text that does not convert is a halvard::UsageError.
+void SetServiceSettingFromText(ServiceSettings& services, std::string_view name,
+                               std::string_view text);
+
+}  // namespace halvard::settings

@@ -1,0 +1,155 @@
+#include "halvard/data/downloader.h"
+
+#include <gtest/gtest.h>
+
+#include "halvard/platform/date_text.h"
+#include "local_server.h"
+#include "test_support.h"
+
+namespace halvard::data {
+namespace {
+
+using platform::EventType;
+using platform::MemoryEventLog;
+using test::ReadText;
+using test::Reply;
+using test::WriteText;
+
+const double kFrom = platform::SerialFromCivil({2011, 1, 1});
+const double kTo = platform::SerialFromCivil({2011, 12, 31});
+
+// The table service on a local server, a stock folder and an event log in memory.
+struct Rig {
+  test::TempDir stocks;
+  test::LocalServer server;
+  MemoryEventLog log;
+  TableSource source{server.base(), std::make_unique<platform::CurlHttpClient>()};
+  Downloader downloader{stocks.path(), source, log};
+
+  void Serve(std::vector<Reply> replies) { server.Answer("/table.csv", std::move(replies)); }
+  std::string SymbolsAsked() const {
+    std::string asked;
+    for (const std::string& t : server.targets()) asked += t.substr(t.rfind("&s=") + 3) + " ";
+    return asked;
+  }
+};
+
+// Every line of the answer that is not empty, with CR LF.
+std::string WithCrLf(const std::string& body) {
+  std::string text;
+  size_t start = 0;
+  for (size_t lf; (lf = body.find('\n', start)) != std::string::npos; start = lf + 1) {
+    if (lf > start) text += body.substr(start, lf - start) + "\r\n";
+  }
+  return text;
+}
+
+TEST(Downloader, WritesAGenuineAnswerWithCrLfAndNoEmptyLine) {
+  Rig rig;
+  const std::string answer = test::GenuineAnswer("table-goog-2011.csv");  // ends "\n\n"
+  rig.Serve({{200, answer}});
+  EXPECT_TRUE(rig.downloader.DownloadSymbol("GOOG", kFrom, kTo, false));
+  const std::string file = ReadText(rig.stocks / "GOOG.txt");
+  EXPECT_EQ(file, WithCrLf(answer));
+  EXPECT_TRUE(file.starts_with("Date,Open,High,Low,Close,Volume,Adj Close\r\n2011-12-30,"));
+  EXPECT_EQ(file.find("\r\n\r\n"), std::string::npos);
+  EXPECT_TRUE(rig.log.entries().empty());
+}
+
+TEST(Downloader, KeepsACarriageReturnTheServiceSentAndDropsStrayPieces) {
+  Rig rig;
+  std::string answer = "Date,Open,High,Low,Close,Volume,Adj Close\r\n";
+  for (int day = 20; day > 8; --day)
+    answer += "2011-12-" + std::to_string(day) + ",1,2,0,1,5,1\r\n";
+  answer += "stray text\r\n";
+  rig.Serve({{200, answer}});
+  EXPECT_TRUE(rig.downloader.DownloadSymbol("X", kFrom, kTo, false));
+  const std::string file = ReadText(rig.stocks / "X.txt");
+  EXPECT_TRUE(file.starts_with("Date,Open,High,Low,Close,Volume,Adj Close\r\r\n2011-12-20,"));
+  EXPECT_TRUE(file.ends_with("2011-12-9,1,2,0,1,5,1\r\r\n"));
+  EXPECT_EQ(file.find("stray"), std::string::npos);
+}
+
+TEST(Downloader, AShortAnswerIsLoggedAndTheOldFileKept) {
+  Rig rig;
+  const std::string old = ReadText(test::LongPrices() / "AMD.txt");
+  WriteText(rig.stocks / "AMD.txt", old);
+  // Eleven pieces: the header, nine days and the empty piece after the last LF.
+  std::string shortAnswer = "Date,Open,High,Low,Close,Volume,Adj Close\n";
+  for (int day = 1; day <= 9; ++day)
+    shortAnswer += "2011-12-0" + std::to_string(day) + ",1,2,0,1,5,1\n";
+  rig.Serve({{200, shortAnswer}});
+  EXPECT_FALSE(rig.downloader.DownloadSymbol("AMD", kFrom, kTo, false));
+  EXPECT_EQ(ReadText(rig.stocks / "AMD.txt"), old);
+  EXPECT_EQ(rig.log.entries(),
+            (std::vector<MemoryEventLog::Entry>{{EventType::kInformation, shortAnswer}}));
+}
+
+TEST(Downloader, FailuresOfTheFetchLeaveTheOldFile) {
+  const std::string page = "<html>\n" + std::string(20, '\n') + "Please wait\n</html>\n";
+  test::SilentServer silent;
+  const struct {
+    std::string base;
+    Reply reply;
+    const char* logged;
+  } cases[] = {
+      {"", {200, page, "text/html"}, "an HTML page"},  // long enough to pass for an answer
+      {test::RefusingAddress(), {}, "no answer"},
+      {silent.base(), {}, "no answer"},
+  };
+  for (const auto& c : cases) {
+    test::TempDir stocks;
+    test::LocalServer server;
+    server.Answer("/table.csv", {c.reply});
+    MemoryEventLog log;
+    platform::HttpOptions quick;
+    quick.timeout = std::chrono::milliseconds(300);
+    TableSource source(c.base.empty() ? server.base() : c.base,
+                       std::make_unique<platform::CurlHttpClient>(quick));
+    Downloader downloader(stocks.path(), source, log);
+    WriteText(stocks / "GOOG.txt", "old");
+    EXPECT_FALSE(downloader.DownloadSymbol("GOOG", kFrom, kTo, false)) << c.logged;
+    EXPECT_EQ(ReadText(stocks / "GOOG.txt"), "old");
+    ASSERT_EQ(log.entries().size(), 1u);
+    EXPECT_EQ(log.entries()[0].type, EventType::kError);
+    EXPECT_TRUE(log.entries()[0].text.starts_with("Download of GOOG failed: ")) << c.logged;
+    EXPECT_NE(log.entries()[0].text.find(c.logged), std::string::npos) << log.entries()[0].text;
+  }
+}
+
+TEST(Downloader, ASkippedSymbolMakesNoRequest) {
+  Rig rig;
+  rig.Serve({{200, test::GenuineAnswer("table-goog-2011.csv")}});
+  WriteText(rig.stocks / "goog.txt", "old");  // found whatever the case
+  EXPECT_TRUE(rig.downloader.DownloadSymbol("GOOG", kFrom, kTo, true));
+  EXPECT_TRUE(rig.server.targets().empty());
+  EXPECT_TRUE(rig.downloader.DownloadSymbol("GOOG", kFrom, kTo, false));
+  EXPECT_EQ(rig.server.targets().size(), 1u);
+}
+
+TEST(Downloader, AListGoesOnPastAFailedSymbol) {
+  Rig rig;
+  rig.Serve({{200, test::GenuineAnswer("table-goog-2011.csv")},
+             {404, "No such symbol\n"},
+             {200, test::GenuineAnswer("table-orcl-2000.csv")}});
+  WriteText(rig.stocks / "list.inc", "  GOOG \r\n\r\n   \r\nNOPE\r\nORCL\r\n\r\n");
+  platform::NoProgress progress;
+  EXPECT_FALSE(rig.downloader.DownloadList(rig.stocks / "list.inc", kFrom, kTo, false, progress));
+  EXPECT_EQ(rig.SymbolsAsked(), "GOOG NOPE ORCL ");
+  EXPECT_EQ(rig.downloader.errorText(), "Failed to download NOPE\r\n");
+  EXPECT_TRUE(std::filesystem::exists(rig.stocks / "GOOG.txt"));
+  EXPECT_TRUE(std::filesystem::exists(rig.stocks / "ORCL.txt"));
+  EXPECT_FALSE(std::filesystem::exists(rig.stocks / "NOPE.txt"));
+  ASSERT_EQ(rig.log.entries().size(), 2u);
+  EXPECT_EQ(rig.log.entries()[1],
+            (MemoryEventLog::Entry{EventType::kError, "Failed to download NOPE"}));
+
+  // The next list starts with a clean error text.
+  WriteText(rig.stocks / "one.inc", "GOOG\r\n");
+  rig.Serve({{200, test::GenuineAnswer("table-goog-2011.csv")}});
+  EXPECT_TRUE(rig.downloader.DownloadList(rig.stocks / "one.inc", kFrom, kTo, false, progress));
+  EXPECT_EQ(rig.downloader.errorText(), "");
+}
+
+}  // namespace
+}  // namespace halvard::data

@@ -1,0 +1,132 @@
+#include "halvard/data/price_sources.h"
+
+#include <gtest/gtest.h>
+
+#include "halvard/platform/date_text.h"
+#include "local_server.h"
+
+namespace halvard::data {
+namespace {
+
+using test::Reply;
+
+double Date(int y, int m, int d) {
+  return platform::SerialFromCivil({y, m, d});
+}
+
+std::unique_ptr<PriceSource> SourceAt(const std::string& provider, const std::string& base) {
+  settings::ServiceSettings s;
+  s.provider = provider;
+  s.tableHost = s.chartHost = s.stooqHost = s.tiingoHost = base;
+  s.tiingoToken = "KEY";
+  s.pauseMilliseconds = 0;
+  s.timeoutSeconds = 5;
+  return MakePriceSource(s);
+}
+
+TEST(TableSource, BuildsTheRequestAddressKeyByKey) {
+  const TableSource source("ichart.example.com", nullptr);
+  EXPECT_EQ(source.BuildRequestAddress("^IXIC", Date(2003, 1, 5), Date(2003, 11, 7)),
+            "http://ichart.example.com/table.csv?a=0&b=5&c=2003&d=10&e=7&f=2003"
+            "&g=d&y=0&ignore=.csv&s=^IXIC");
+  const TableSource https("https://mirror.example.com:8443/", nullptr);
+  EXPECT_EQ(https.BuildRequestAddress("brk.b", Date(2010, 12, 31), Date(2011, 1, 1)),
+            "https://mirror.example.com:8443/table.csv?a=11&b=31&c=2010&d=0&e=1&f=2011"
+            "&g=d&y=0&ignore=.csv&s=brk.b");
+}
+
+TEST(PriceSources, EachServiceIsAskedItsWayAndAnswersInTheStoredForm) {
+  test::LocalServer server;
+  // Two days and a holiday with nulls; Sydney opens on the previous UTC day.
+  server.Answer("/v8/finance/chart/BHP.AX", {{200, R"({"chart":{"result":[{
+      "meta":{"gmtoffset":39600},
+      "timestamp":[1704236400,1704322800,1704409200],
+      "indicators":{"quote":[{"open":[10.5,null,11],"high":[11.25,null,12],
+                              "low":[10,null,10.75],"close":[11.019999504089355,null,11.5],
+                              "volume":[1000,null,2500]}],
+                    "adjclose":[{"adjclose":[10.9,null,11.4]}]}}],"error":null}})",
+                                              "application/json"}});
+  server.Answer("/q/d/l/", {{200,
+                             "Date,Open,High,Low,Close,Volume\r\n"
+                             "2024-01-02,1,2,0.5,1.5,100\r\n"
+                             "2024-01-03,1.5,2.5,1,2,200\r\n"}});
+  server.Answer("/tiingo/daily/AAPL/prices",
+                {{200,
+                  "date,close,high,low,open,volume,adjClose,divCash\n"
+                  "2024-01-02,185.64,188.44,183.885,187.15,82488700,184.9,0.0\n"
+                  "2024-01-03,184.25,185.88,183.43,184.22,58414500,183.5,0.0\n"}});
+  const double from = Date(2024, 1, 1), to = Date(2024, 1, 5);
+
+  const FetchResult chart = SourceAt("chart", server.base())->Fetch("BHP.AX", from, to);
+  EXPECT_EQ(chart.failure, "");
+  EXPECT_EQ(chart.body,
+            "Date,Open,High,Low,Close,Volume,Adj Close\n"
+            "2024-01-05,11,12,10.75,11.5,2500,11.4\n"
+            "2024-01-03,10.5,11.25,10,11.02,1000,10.9\n");
+
+  const FetchResult stooq = SourceAt("stooq", server.base())->Fetch("AAPL", from, to);
+  EXPECT_EQ(stooq.body,
+            "Date,Open,High,Low,Close,Volume,Adj Close\n"
+            "2024-01-03,1.5,2.5,1,2,200,2\n"
+            "2024-01-02,1,2,0.5,1.5,100,1.5\n");
+
+  const FetchResult tiingo = SourceAt("tiingo", server.base())->Fetch("AAPL", from, to);
+  EXPECT_EQ(tiingo.body,
+            "Date,Open,High,Low,Close,Volume,Adj Close\n"
+            "2024-01-03,184.22,185.88,183.43,184.25,58414500,183.5\n"
+            "2024-01-02,187.15,188.44,183.885,185.64,82488700,184.9\n");
+
+  EXPECT_EQ(server.targets(),
+            (std::vector<std::string>{
+                "/v8/finance/chart/BHP.AX?period1=1704067200&period2=1704499200&interval=1d",
+                "/q/d/l/?s=aapl.us&d1=20240101&d2=20240105&i=d",
+                "/tiingo/daily/AAPL/prices?startDate=2024-01-01&endDate=2024-01-05&format=csv"
+                "&token=KEY"}));
+}
+
+TEST(PriceSources, AnswersThatAreNotPriceDataFailTheSymbolSayingWhich) {
+  const std::string page = "<!DOCTYPE html>\n<html><body>Checking your browser\n</body></html>";
+  const struct {
+    const char* provider;
+    const char* path;
+    Reply reply;
+    const char* said;
+  } cases[] = {
+      {"chart", "/v8/finance/chart/X", {200, page, "text/html"}, "an HTML page"},
+      {"table", "/table.csv", {200, page, "text/html"}, "an HTML page"},
+      {"chart",
+       "/v8/finance/chart/X",
+       {404, R"({"chart":{"result":null,"error":{"code":"Not Found",)"
+             R"("description":"No data found, symbol may be delisted"}}})"},
+       "a JSON error object (HTTP status 404): Not Found: No data found, symbol may be delisted"},
+      {"tiingo",
+       "/tiingo/daily/X/prices",
+       {200, R"({"detail":"Error: Ticker 'X' not found"})"},
+       "a JSON error object (HTTP status 200): Error: Ticker 'X' not found"},
+      {"chart", "/v8/finance/chart/X", {200, R"({"chart":{"result":[]}})"}, "wrong shape"},
+      {"stooq", "/q/d/l/", {200, "No data"}, "wrong shape"},
+      {"tiingo", "/tiingo/daily/X/prices", {500, "oops"}, "an HTTP error (HTTP status 500)"},
+      {"table",
+       "/table.csv",
+       {429, "Too Many Requests", "text/plain", {{"Retry-After", "0"}}},
+       "rate limited"},
+  };
+  for (const auto& c : cases) {
+    test::LocalServer server;
+    server.Answer(c.path, {c.reply});
+    const FetchResult r = SourceAt(c.provider, server.base())->Fetch("X", 40000, 40100);
+    EXPECT_FALSE(r.ok()) << c.provider << " " << c.said;
+    EXPECT_NE(r.failure.find(c.said), std::string::npos) << c.provider << ": " << r.failure;
+    EXPECT_EQ(server.targets().size(), 1u) << c.provider;  // the table service never retries
+  }
+}
+
+TEST(PriceSources, StooqTickers) {
+  const std::pair<const char*, const char*> cases[] = {{"AAPL", "aapl.us"}, {"BRK-B", "brk-b.us"},
+                                                       {"^IXIC", "^ndq"},   {"^ixic", "^ndq"},
+                                                       {"^N225", "^n225"},  {"BMW.DE", "bmw.de"}};
+  for (const auto& [ours, theirs] : cases) EXPECT_EQ(StooqTicker(ours), theirs) << ours;
+}
+
+}  // namespace
+}  // namespace halvard::data
