@@ -14,6 +14,7 @@ void AddBacktestCommand(CLI::App& app, const GlobalOptions& options);
 void AddScanCommand(CLI::App& app, const GlobalOptions& options);
 void AddLiveCommand(CLI::App& app, const GlobalOptions& options);
 void AddBatchCommand(CLI::App& app, const GlobalOptions& options);
+void AddSetOpsCommand(CLI::App& app, const GlobalOptions& options);
 void AddDownloadCommand(CLI::App& app, const GlobalOptions& options);
 void AddScheduleCommand(CLI::App& app, const GlobalOptions& options);
 

@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
   cli::AddBatchCommand(app, options);
   cli::AddDownloadCommand(app, options);
   cli::AddScheduleCommand(app, options);
+  cli::AddSetOpsCommand(app, options);
 
   try {
     app.parse(argc, argv);

@@ -194,5 +194,26 @@ run "${sched[@]}" schedule --list two
 check "schedule a second time the same day" "Nothing to do: already downloaded on $(date +%-m/%-d/%Y)" "$out"
 kill "$server"
 
+# Watch-list set operations and their saved combinations.
+mkdir -p "$scratch/sets"
+printf 'AAA\r\nBBB\r\nCCC\r\n' >"$scratch/sets/a.inc"
+printf '"bbb"  \r\n\r\nDDD\r\n' >"$scratch/sets/b.inc"
+sets=(--stock-dir "$samples/data" --list-dir "$scratch/sets")
+run "${sets[@]}" setops apply a.inc union b.inc u.inc
+check "setops apply" "wrote u.inc (4 symbols)" "$out"
+check "setops union file" $'AAA\r\nBBB\r\nCCC\r\nDDD\r' "$(cat "$scratch/sets/u.inc")"
+run "${sets[@]}" setops add a.inc difference b.inc d.inc
+run "${sets[@]}" setops add a.inc intersect b.inc i
+run "${sets[@]}" setops list
+check "setops list" $'1: a.inc difference b.inc -> d.inc\n2: a.inc intersect b.inc -> i' "$out"
+run "${sets[@]}" setops run-all
+check "setops run-all" $'wrote d.inc (2 symbols)\nwrote i (1 symbols)' "$out"
+run "${sets[@]}" setops delete 3
+check "setops delete of a missing record" 2 "$rc"
+run "${sets[@]}" setops add a.inc union b.inc x:y.inc
+check "a name with a colon is refused" 2 "$rc"
+run "${sets[@]}" setops delete 1
+check "booldb.dat after delete" $'a.inc:intersect:b.inc:i\r' "$(cat "$scratch/sets/booldb.dat")"
+
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

@@ -52,13 +52,14 @@ class LineReader {
   size_t number_ = 0;
 };
 
-// Splits a line at ",", filling at most N fields; returns how many fields the line has, counted
-// up to N (so a result below N means the line is short).
+// Splits a line at the separator, filling at most N fields; returns how many fields the line
+// has, counted up to N (so a result below N means the line is short).
 template <size_t N>
-size_t SplitFields(std::string_view line, std::array<std::string_view, N>& fields) {
+size_t SplitFields(std::string_view line, std::array<std::string_view, N>& fields,
+                   char separator = ',') {
   size_t count = 0;
   for (;;) {
-    const size_t comma = line.find(',');
+    const size_t comma = line.find(separator);
     fields[count++] = line.substr(0, comma);
     if (comma == std::string_view::npos || count == N) return count;
     line.remove_prefix(comma + 1);

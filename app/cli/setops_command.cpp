@@ -1,0 +1,129 @@
+// halvard setops: combine two watch lists into a third (union, intersect, difference), and keep,
+// list and replay such combinations in booldb.dat of the watch-list folder.
+
+#include <iostream>
+
+#include "commands.h"
+#include "halvard/error.h"
+#include "halvard/tools/boolean_db.h"
+
+namespace halvard::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using tools::BooleanDB;
+using tools::SetOpRecord;
+
+const std::vector<std::string> kOperations = {"union", "intersect", "difference"};
+
+struct SetOpsArgs {
+  SetOpRecord record;
+  int number = 0;  // a record counted from 1
+};
+
+fs::path ListFolder(const GlobalOptions& options) {
+  return OpenSession(options, StartMode::kFull)->config.IncFilePath;
+}
+
+struct OpenDB {
+  explicit OpenDB(const GlobalOptions& options) : folder(ListFolder(options)) {
+    db.ReadFile(folder / tools::kBooleanDBFileName);
+  }
+  fs::path folder;
+  BooleanDB db;
+};
+
+SetOpRecord Current(const BooleanDB& db) {
+  SetOpRecord r;
+  db.getCurrent(r.firstList, r.secondList, r.operation, r.result);
+  return r;
+}
+
+void Show(int number, const SetOpRecord& r) {
+  std::cout << number << ": " << r.firstList << " " << r.operation << " " << r.secondList << " -> "
+            << r.result << "\n";
+}
+
+void Select(BooleanDB& db, int number) {
+  if (number < 1 || number > db.count()) {
+    throw UsageError("there is no record " + std::to_string(number) + "; " +
+                     std::string(tools::kBooleanDBFileName) + " holds " +
+                     std::to_string(db.count()));
+  }
+  db.setPosition(number - 1);
+}
+
+void Ran(const SetOpRecord& r, size_t symbols) {
+  std::cout << "wrote " << r.result << " (" << symbols << " symbols)\n";
+}
+
+void AddRecordArgs(CLI::App& command, SetOpRecord& r) {
+  command.add_option("FIRST", r.firstList, "The first watch list (NAME.inc)")->required();
+  command.add_option("OPERATION", r.operation, "union, intersect or difference")
+      ->required()
+      ->check(CLI::IsMember(kOperations));
+  command.add_option("SECOND", r.secondList, "The second watch list (NAME.inc)")->required();
+  command.add_option("RESULT", r.result, "The file to write, as named (no extension added)")
+      ->required();
+}
+
+}  // namespace
+
+void AddSetOpsCommand(CLI::App& app, const GlobalOptions& options) {
+  auto args = std::make_shared<SetOpsArgs>();
+  auto* setops = app.add_subcommand("setops", "Combine watch lists and replay saved combinations");
+  setops->require_subcommand(1);
+
+  auto* apply = setops->add_subcommand("apply", "Combine two lists into a third");
+  AddRecordArgs(*apply, args->record);
+  apply->callback(
+      [&options, args] { Ran(args->record, tools::RunCurr(ListFolder(options), args->record)); });
+
+  setops->add_subcommand("list", "The saved combinations, numbered from 1")->callback([&options] {
+    OpenDB o(options);
+    for (int k = 1; k <= o.db.count(); ++k) {
+      o.db.setPosition(k - 1);
+      Show(k, Current(o.db));
+    }
+  });
+
+  auto* add = setops->add_subcommand("add", "Save a combination");
+  AddRecordArgs(*add, args->record);
+  add->callback([&options, args] {
+    OpenDB o(options);
+    const SetOpRecord& r = args->record;
+    o.db.AddRecord(r.firstList, r.secondList, r.operation, r.result);
+    o.db.WriteFile();
+    Show(o.db.count(), r);
+  });
+
+  auto* remove = setops->add_subcommand("delete", "Delete saved combination N");
+  remove->add_option("N", args->number, "The record, counted from 1")->required();
+  remove->callback([&options, args] {
+    OpenDB o(options);
+    Select(o.db, args->number);
+    o.db.DeleteCurr();
+    o.db.WriteFile();
+  });
+
+  auto* run = setops->add_subcommand("run", "Run saved combination N");
+  run->add_option("N", args->number, "The record, counted from 1")->required();
+  run->callback([&options, args] {
+    OpenDB o(options);
+    Select(o.db, args->number);
+    const SetOpRecord r = Current(o.db);
+    Ran(r, tools::RunCurr(o.folder, r));
+  });
+
+  setops->add_subcommand("run-all", "Run every saved combination, first to last")
+      ->callback([&options] {
+        OpenDB o(options);
+        for (int k = 1; k <= o.db.count(); ++k) {
+          o.db.setPosition(k - 1);
+          const SetOpRecord r = Current(o.db);
+          Ran(r, tools::RunCurr(o.folder, r));
+        }
+      });
+}
+
+}  // namespace halvard::cli
