@@ -11,6 +11,7 @@ namespace halvard::cli {
 void AddConfigCommand(CLI::App& app, const GlobalOptions& options);
 void AddBoxesCommand(CLI::App& app, const GlobalOptions& options);
 void AddBacktestCommand(CLI::App& app, const GlobalOptions& options);
+void AddChartCommand(CLI::App& app, const GlobalOptions& options);
 void AddScanCommand(CLI::App& app, const GlobalOptions& options);
 void AddLiveCommand(CLI::App& app, const GlobalOptions& options);
 void AddBatchCommand(CLI::App& app, const GlobalOptions& options);

@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   cli::AddConfigCommand(app, options);
   cli::AddBoxesCommand(app, options);
   cli::AddBacktestCommand(app, options);
+  cli::AddChartCommand(app, options);
   cli::AddScanCommand(app, options);
   cli::AddLiveCommand(app, options);
   cli::AddBatchCommand(app, options);

@@ -66,6 +66,13 @@ check "backtest of AMD" "$(cat "$data/backtest_amd.txt")" "$out"
 run "${box[@]}" backtest NOPE
 check "backtest of a missing symbol" 1 "$rc"
 
+# The chart: the status bar's texts on stdout (the newest line of AMD.txt), the drawing in a file.
+run "${samplesrun[@]}" chart AMD --view 5 -o "$scratch/amd.svg"
+check "chart status texts" $'One Year View - AMD\nLast Day - 12/29/2017: 10.57,10.58,10.27,10.28,26678900 Last Box : 11.19,10.2 ' "$out"
+check "chart writes an SVG" "yes" "$(grep -q '^<svg ' "$scratch/amd.svg" && grep -q '</svg>' "$scratch/amd.svg" && echo yes || echo no)"
+run "${box[@]}" chart NOPE -o "$scratch/nope.svg"
+check "chart of a missing symbol writes nothing" "1 no" "$rc $([ -e "$scratch/nope.svg" ] && echo yes || echo no)"
+
 # Settings: a fresh machine has none; show gives the defaults, set writes one value.
 run config show
 check "config show on a fresh machine" "$(sed "s|@DATA@|$XDG_DATA_HOME|" "$data/config_show_defaults.txt")" "$out"

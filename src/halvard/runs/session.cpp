@@ -1,5 +1,7 @@
 #include "halvard/runs/session.h"
 
+#include "halvard/chart/draw_boxes.h"
+#include "halvard/chart/update_view.h"
 #include "halvard/data/file_parser.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
@@ -31,7 +33,19 @@ bool Session::ShowSymbol(const std::string& symbol) {
 }
 
 void Session::ShowView() {
-  if (!chartReady) return;
+  ShowViewOn(nullptr);
+}
+
+void Session::ShowView(chart::Canvas& canvas) {
+  ShowViewOn(&canvas);
+}
+
+void Session::ShowViewOn(chart::Canvas* canvas) {
+  if (!chartReady) {
+    if (canvas != nullptr) canvas->clear();
+    return;
+  }
+  if (canvas != nullptr) chart::UpdateView(chart, *view_, config, *canvas);
   const int days = dayCount();
   if (days == 0) {
     throw UsageError("the current view setting is " + std::to_string(config.currentView) +
@@ -39,6 +53,10 @@ void Session::ShowView() {
   }
   engine::SetViewDays(*view_, days);
   engine::ComputeBoxes(*view_, true);
+  if (canvas == nullptr) return;
+  chart::DrawBoxes(chart, *view_, *canvas);
+  // The status bar joins a second field of the window with a space; nothing ever fills it.
+  statusText = chart.status + view_->lastBoxText + " ";
 }
 
 void Session::SelectList(const std::string& name) {

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "halvard/chart/canvas.h"
+#include "halvard/chart/chart.h"
 #include "halvard/engine/back_tester.h"
 #include "halvard/engine/stock_view.h"
 #include "halvard/platform/text_sink.h"
@@ -34,6 +36,11 @@ class Session {
   int hotListCursor = 0;
   std::string resultText;  // the symbols a scan passed, each followed by CR LF
 
+  // The chart on the main window's drawing surface (InitChart at start-up, LayOut on every
+  // resize), and the status bar's second panel: the newest day and the newest box.
+  chart::Chart chart;
+  std::string statusText;
+
   void ReadSettings() { config.ReadConfig(store_); }
   void WriteSettings() const { config.WriteConfig(store_); }
 
@@ -53,6 +60,10 @@ class Session {
   // boxes computed as they are drawn (the open box counts as broken up). A view outside 1 to 5
   // is a halvard::UsageError.
   void ShowView();
+  // The same, drawn on the canvas: the current view, then its boxes and corvanes, and statusText
+  // completed with the newest box. When the chart is not ready the canvas is only cleared; a
+  // view outside 1 to 5 leaves it cleared before the halvard::UsageError.
+  void ShowView(chart::Canvas& canvas);
 
   // Selects a watch list (NAME or NAME.inc in the watch-list folder) as the main window does:
   // its symbols are read, row 0 is shown when there is one, then the view. A missing list is a
@@ -63,6 +74,8 @@ class Session {
   int dayCount() const { return engine::ViewDayCount(config.currentView); }
 
  private:
+  void ShowViewOn(chart::Canvas* canvas);
+
   settings::MRegistry store_;
   std::unique_ptr<engine::StockView> view_;  // large: the arrays hold 1001 bars and 31001 closes
   platform::StringSink log_;
