@@ -16,10 +16,7 @@ struct BacktestArgs {
 
 void Run(const GlobalOptions& options, const BacktestArgs& args) {
   const auto session = OpenSession(options, StartMode::kFull);
-  if (!session->ShowSymbol(args.symbol)) {
-    throw Error("no price file for " + args.symbol + ": " + session->StockPath(args.symbol) +
-                " does not exist");
-  }
+  ShowSymbolOrFail(*session, args.symbol);
   session->ShowView();
   session->tester().Backtest(false, args.signal, true, true, session->config.rsCheckEnabled);
   std::cout << WithLineFeeds(session->log().text());

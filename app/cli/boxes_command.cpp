@@ -96,14 +96,7 @@ void Run(const GlobalOptions& options, const BoxesArgs& args) {
 void AddBoxesCommand(CLI::App& app, const GlobalOptions& options) {
   auto args = std::make_shared<BoxesArgs>();
   auto* boxes = app.add_subcommand("boxes", "Find the boxes and corvanes of a symbol");
-  boxes->add_option("SYMBOL", args->symbol, "The symbol (its price file is SYMBOL.txt)")
-      ->required();
-  boxes
-      ->add_option("--view", args->view,
-                   "1 five days, 2 one month, 3 three months, "
-                   "4 six months, 5 one year (default: the View/Current "
-                   "setting)")
-      ->check(CLI::Range(1, 5));
+  AddSymbolAndView(*boxes, args->symbol, args->view);
   boxes->add_flag("--json", args->json, "Print one JSON object");
   boxes->callback([&options, args] { Run(options, *args); });
 }

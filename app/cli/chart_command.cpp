@@ -25,10 +25,7 @@ void Run(const GlobalOptions& options, const ChartArgs& args) {
   if (args.view != 0) session->config.currentView = static_cast<int16_t>(args.view);
   chart::InitChart(session->chart, args.height);
   chart::LayOut(session->chart, args.width, args.height);
-  if (!session->ShowSymbol(args.symbol)) {
-    throw Error("no price file for " + args.symbol + ": " + session->StockPath(args.symbol) +
-                " does not exist");
-  }
+  ShowSymbolOrFail(*session, args.symbol);
   chart::SvgCanvas canvas(args.width, args.height);
   session->ShowView(canvas);
   platform::WriteFileAtomically(args.output, canvas.document());
@@ -40,13 +37,7 @@ void Run(const GlobalOptions& options, const ChartArgs& args) {
 void AddChartCommand(CLI::App& app, const GlobalOptions& options) {
   auto args = std::make_shared<ChartArgs>();
   auto* command = app.add_subcommand("chart", "Draw the chart of a symbol into an SVG file");
-  command->add_option("SYMBOL", args->symbol, "The symbol (its price file is SYMBOL.txt)")
-      ->required();
-  command
-      ->add_option("--view", args->view,
-                   "1 five days, 2 one month, 3 three months, "
-                   "4 six months, 5 one year (default: the View/Current setting)")
-      ->check(CLI::Range(1, 5));
+  AddSymbolAndView(*command, args->symbol, args->view);
   command->add_option("--width", args->width, "Width of the drawing (default 1200)")
       ->check(CLI::Range(100.0, 20000.0));
   command->add_option("--height", args->height, "Height of the drawing (default 800)")

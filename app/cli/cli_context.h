@@ -32,6 +32,10 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
 // overrides applied (OpenSession leaves those to this).
 settings::ServiceSettings OpenServices(const GlobalOptions& options, const runs::Session& session);
 
+// Shows the symbol as the main window does (load, RS line); no price file is a halvard::Error
+// naming the file.
+void ShowSymbolOrFail(runs::Session& session, const std::string& symbol);
+
 // The folder of the bundled samples: $HALVARD_SAMPLES, beside the installed program, or the
 // source tree's; empty when none exists.
 std::filesystem::path SamplesFolder();

@@ -23,6 +23,9 @@ void AddScheduleCommand(CLI::App& app, const GlobalOptions& options);
 // program ends with status 1 and prints nothing more.
 struct Failed {};
 
+// The SYMBOL argument and the --view option (1 to 5; 0 when not given) of the symbol commands.
+void AddSymbolAndView(CLI::App& command, std::string& symbol, int& view);
+
 // A report of the program (CR LF line ends) as the command line prints it: LF only.
 std::string WithLineFeeds(std::string_view text);
 

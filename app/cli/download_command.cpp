@@ -94,8 +94,7 @@ void AddDownloadCommand(CLI::App& app, const GlobalOptions& options) {
   command->add_option("--list", args->lists, "Download every symbol of these watch lists");
   command->add_option("--from", args->from, "The first day (M/d/yyyy); default a year before --to");
   command->add_option("--to", args->to, "The last day (M/d/yyyy); default today");
-  command->add_flag("--skip-existing", args->skipExisting,
-                    "Leave symbols that have a price file alone (\"Skip Existing Files\")");
+  AddSkipExisting(*command, args->skipExisting);
   command->callback([&options, args] { Run(options, *args); });
 }
 

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include <CLI/CLI.hpp>
+
 #include "cli_context.h"
 #include "halvard/data/downloader.h"
 #include "halvard/platform/event_log.h"
@@ -21,6 +23,9 @@ struct DownloadContext {
 
 // What an interrupted download leaves: every file it finished is written whole.
 inline constexpr const char* kDownloadsKept = "the price files downloaded so far are kept";
+
+// --skip-existing, the window's "Skip Existing Files".
+void AddSkipExisting(CLI::App& command, bool& skipExisting);
 
 // Every list's file, checked before anything is fetched so a mistyped name costs no download.
 std::vector<std::filesystem::path> ExistingLists(const settings::Config& config,

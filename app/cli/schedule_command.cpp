@@ -46,8 +46,7 @@ void AddScheduleCommand(CLI::App& app, const GlobalOptions& options) {
                          "The once-a-day download: when Download/Enabled is on, Download/Time has "
                          "passed and nothing was downloaded today, download the lists' last year");
   command->add_option("--list", args->lists, "The watch lists to download")->required();
-  command->add_flag("--skip-existing", args->skipExisting,
-                    "Leave symbols that have a price file alone (\"Skip Existing Files\")");
+  AddSkipExisting(*command, args->skipExisting);
   command->callback([&options, args] { Run(options, *args); });
 }
 
