@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build
   nlohmann-json3-dev libcli11-dev
-  libcurl4-openssl-dev
+  libcurl4-openssl-dev libsqlite3-dev
   libcpp-httplib-dev pkg-config python3
   libgtest-dev libbenchmark-dev
 )

@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
   cli::AddDownloadCommand(app, options);
   cli::AddScheduleCommand(app, options);
   cli::AddSetOpsCommand(app, options);
+  cli::AddFundamentalsCommands(app, options);
 
   try {
     app.parse(argc, argv);

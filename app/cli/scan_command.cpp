@@ -1,5 +1,6 @@
-// halvard scan KIND --list NAME [--save [LIST]]: one of the scans over a watch list; prints the
-// symbols that passed, one a line, and with --save writes them as a watch list.
+// halvard scan KIND [--list NAME] [--save [LIST]]: one of the scans over a watch list, or one of
+// the rank scans over the stock database; prints the symbols that passed, one a line, and with
+// --save writes them as a watch list.
 
 #include <iostream>
 
@@ -20,8 +21,14 @@ struct ScanArgs {
 
 void Run(const GlobalOptions& options, const ScanArgs& args, bool save) {
   const runs::ScanCommand& scan = *runs::FindScanCommand(args.kind);
+  if (scan.overList && args.list.empty()) {
+    throw UsageError("scan " + args.kind + " needs --list NAME");
+  }
+  if (!scan.overList && !args.list.empty()) {
+    throw UsageError("scan " + args.kind + " ranks the stock database; it takes no --list");
+  }
   const auto session = OpenSession(options, StartMode::kFull);
-  session->SelectList(args.list);
+  if (scan.overList) session->SelectList(args.list);
   {
     TerminalProgress progress;
     scan.run(*session, progress);
@@ -41,15 +48,18 @@ void AddScanCommand(CLI::App& app, const GlobalOptions& options) {
   auto args = std::make_shared<ScanArgs>();
   auto* command = app.add_subcommand("scan", "Scan a watch list and print the symbols that pass");
   std::vector<std::string> kinds;
-  for (const auto& scan : runs::ScanCommands()) kinds.emplace_back(scan.key);
+  std::string names;
+  for (const auto& scan : runs::ScanCommands()) {
+    kinds.emplace_back(scan.key);
+    names += (names.empty() ? "" : ", ") + scan.listName(settings::Config{});
+  }
   command->add_option("KIND", args->kind, "The scan")->required()->check(CLI::IsMember(kinds));
-  command->add_option("--list", args->list, "The watch list to scan (NAME or NAME.inc)")
-      ->required();
+  command->add_option("--list", args->list,
+                      "The watch list to scan (NAME or NAME.inc); not for the rank scans");
   auto* save = command
                    ->add_option("--save", args->saveAs,
                                 "Save the result as a watch list; LIST defaults to the scan's "
-                                "own name (52WeekHigh, 4WeekHigh, Unusual, corvane, inbox, buy, "
-                                "belowstoploss)")
+                                "own name (" + names + ")")
                    ->expected(0, 1);
   command->callback([&options, args, save] { Run(options, *args, save->count() > 0); });
 }

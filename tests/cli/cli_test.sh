@@ -199,6 +199,34 @@ check "schedule downloads" " Data last downloaded on : "$'\n'"$(date +%-m/%-d/%Y
 check "schedule stores the date" "$(date +%-m/%-d/%Y)" "$("$halvard" --config "$scratch/sched.ini" config get Download Date)"
 run "${sched[@]}" schedule --list two
 check "schedule a second time the same day" "Nothing to do: already downloaded on $(date +%-m/%-d/%Y)" "$out"
+# Company data, EPS lines and ranks from the same local server: one quotes line and one profile
+# page for every symbol.
+mkdir -p "$scratch/www/d" "$scratch/www/q" "$scratch/fund/data" "$scratch/fund/lists"
+for f in AMD.txt A.txt ^IXIC.txt; do cp "$samples/data/$f" "$scratch/fund/data/"; done
+printf '"Acme &amp; Sons","NYSE",1.5,2.5,3\r\n' >"$scratch/www/d/quotes.csv"
+printf '<b>Multex Abridged Business Summary</b><tr><td>Makes things.</td></tr>View Key Statistics Industry:<a href="/ic/1.html">Tools</a>' >"$scratch/www/q/pr"
+fund=(--config "$scratch/fund.ini" --stock-dir "$scratch/fund/data" --list-dir "$scratch/fund/lists"
+  --set "Services/Quotes Host=127.0.0.1:$port" --set "Services/Profile Host=127.0.0.1:$port"
+  --set "Services/Pause=0")
+run "${fund[@]}" info AMD
+check "info before any download" $'Company\nExchange : N/A\nIndustry : N/A\nBusiness Summary : Not yet downloaded\nEPS Rank : 0\nRS Rank : 0' "$out"
+run "${fund[@]}" company-data
+check "company-data exit status" 0 "$rc"
+run "${fund[@]}" rank rs
+run "${fund[@]}" rank eps
+run "${fund[@]}" info AMD
+check "info after download and ranks" $'Acme & Sons\nExchange : NYSE\nIndustry : Tools\nBusiness Summary : Makes things.\nEPS Rank : 100\nRS Rank : 33' "$out"
+run "${fund[@]}" scan rs-rank --save
+check "rank scan" $'^IXIC' "$out"
+check "rank scan saved under its name" $'^IXIC\r\n\r' "$(cat "$scratch/fund/lists/TopRSRank.inc")"
+run "${fund[@]}" scan rs-rank --list sample
+check "a rank scan takes no list" 2 "$rc"
+run "${fund[@]}" scan buy
+check "a list scan needs a list" 2 "$rc"
+run "${fund[@]}" eps-data
+line='"Acme &amp; Sons","NYSE",1.5,2.5,3~~'
+check "eps-data: each answer's first line, its CR kept" "$line"$'\n'"$line"$'\n'"$line" "$(tr '\r' '~' <"$scratch/fund/data/eps.dat")"
+
 kill "$server"
 
 # Watch-list set operations and their saved combinations.

@@ -1,5 +1,10 @@
 #include "halvard/engine/stock_view.h"
 
+#include <string>
+
+#include "halvard/data/file_parser.h"
+#include "halvard/error.h"
+
 namespace halvard::engine {
 
 void ComputeRSLine(StockView& v) {
@@ -24,6 +29,31 @@ void ComputeRSLine(StockView& v) {
   }
   v.rsMin -= v.rsMin / 10;
   v.rsMax += v.rsMax / 10;
+}
+
+}  // namespace halvard::engine
+
+namespace halvard::engine {
+
+void ComputeRSAverages(const StockView& v, double& avg, double& prevAvg) {
+  avg = 0;
+  prevAvg = 0;
+  if (!v.rsAvailable || v.barCount <= 0) return;
+  const int n = v.barCount;
+  double sum = 0;
+  double rs = 0;
+  for (int i = 0; i < n; ++i) {
+    if (v.indexClose[i] > 0) {
+      rs = v.barClose[i] / v.indexClose[i];
+    } else if (i == 0) {
+      throw Error(v.stockFilePath + ": the index has no close on the newest day (" +
+                  std::string(data::kIndexFileName) + "), so there is no RS to start from");
+    }
+    sum += rs;
+    // The previous average leaves out the oldest 69 days; the scans compare it with the whole.
+    if (i + 1 == n - 69) prevAvg = sum / (n - 69);
+  }
+  avg = sum / n;
 }
 
 }  // namespace halvard::engine

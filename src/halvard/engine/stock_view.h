@@ -63,4 +63,11 @@ void ComputeBoxes(StockView& v, bool draw);
 // Fills rsLine (at most 366 values) when the index is loaded and bars are loaded.
 void ComputeRSLine(StockView& v);
 
+// The mean relative strength over every loaded day (avg) and over the newest N - 69 of them
+// (prevAvg), in the RS line's terms: a day without an index close repeats the day before. Both
+// 0 without the index file; prevAvg 0 with 69 days or fewer. Unlike the line, the averages
+// count every loaded day, also past the line's 366. A newest day without an index close is a
+// halvard::Error naming the file.
+void ComputeRSAverages(const StockView& v, double& avg, double& prevAvg);
+
 }  // namespace halvard::engine

@@ -19,10 +19,21 @@ auto Named(std::string_view name) {
   return [name](const Config&) { return std::string(name); };
 }
 
+// A scan of the stock database, into the cleared result text.
+template <class Scan>
+auto OverDatabase(Scan scan) {
+  return [scan](Session& s, P&) {
+    s.resultText.clear();
+    scan(s.stockDb(), s.config, s.resultText);
+  };
+}
+
+using fundamentals::StockDataStore;
+
 }  // namespace
 
 std::span<const ScanCommand> ScanCommands() {
-  static const std::array<ScanCommand, 7> commands = {{
+  static const std::array<ScanCommand, 11> commands = {{
       {"52week", "52 Week High",
        [](Session& s, P& p) { HighScan(s, p, 52, s.config.period52week); },
        Named(data::kFiftyTwoWeekHighListName)},
@@ -40,6 +51,26 @@ std::span<const ScanCommand> ScanCommands() {
        Named(data::kBuyListName)},
       {"belowstoploss", "Below Stop Loss", [](Session& s, P& p) { BelowStopLossScan(s, p); },
        Named(data::kBelowStopLossListName)},
+      {"increasing-eps", "Increasing EPS Scan",
+       OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
+         db.IncreasingEPSScan(r, c.EPSRankScanPercentage);
+       }),
+       Named(data::kIncreasingEPSListName), false},
+      {"increasing-rs", "Increasing RS Scan",
+       OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
+         db.IncreasingRSScan(r, c.RSRankScanPercentage);
+       }),
+       Named(data::kIncreasingRSListName), false},
+      {"eps-rank", "Top EPS Rank Scan",
+       OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
+         db.EPSRankScan(c.EPSRankScanPercentage, r);
+       }),
+       Named(data::kTopEPSRankListName), false},
+      {"rs-rank", "Top RS Rank Scan",
+       OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
+         db.RSRankScan(c.RSRankScanPercentage, r);
+       }),
+       Named(data::kTopRSRankListName), false},
   }};
   return commands;
 }

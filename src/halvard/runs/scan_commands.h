@@ -17,6 +17,8 @@ struct ScanCommand {
   std::string_view caption;  // the menu's: "52 Week High", "X High", ...
   std::function<void(Session&, platform::Progress&)> run;
   std::function<std::string(const settings::Config&)> listName;
+  // The rank scans ask the stock database, not the chosen watch list.
+  bool overList = true;
 };
 
 std::span<const ScanCommand> ScanCommands();

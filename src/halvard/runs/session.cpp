@@ -67,4 +67,21 @@ void Session::SelectList(const std::string& name) {
   ShowView();
 }
 
+fundamentals::StockDataStore& Session::stockDb() {
+  if (!stockDb_) {
+    stockDb_ = std::make_unique<fundamentals::StockDataStore>();
+    stockDb_->Init(std::filesystem::path(config.IncFilePath) / "stockdata.mdb");
+  }
+  return *stockDb_;
+}
+
+fundamentals::EPSStore& Session::epsStore() {
+  if (!epsStore_) {
+    auto store = std::make_unique<fundamentals::EPSStore>();
+    store->ReadEPSData(std::filesystem::path(config.StockFilePath) / "eps.dat");
+    epsStore_ = std::move(store);
+  }
+  return *epsStore_;
+}
+
 }  // namespace halvard::runs

@@ -12,6 +12,8 @@
 #include "halvard/chart/chart.h"
 #include "halvard/engine/back_tester.h"
 #include "halvard/engine/stock_view.h"
+#include "halvard/fundamentals/eps_store.h"
+#include "halvard/fundamentals/stock_data_store.h"
 #include "halvard/platform/text_sink.h"
 #include "halvard/settings/config.h"
 #include "halvard/settings/registry.h"
@@ -70,6 +72,11 @@ class Session {
   // halvard::Error.
   void SelectList(const std::string& name);
 
+  // The stock database (stockdata.mdb in the watch-list folder) and the EPS lines (eps.dat in
+  // the stock files folder), opened and read when first asked for, as the folders are then.
+  fundamentals::StockDataStore& stockDb();
+  fundamentals::EPSStore& epsStore();
+
   // The days of the current view (5, 23, 69, 138 or 276).
   int dayCount() const { return engine::ViewDayCount(config.currentView); }
 
@@ -81,6 +88,8 @@ class Session {
   platform::StringSink log_;
   platform::StringSink results_;  // result rows of single backtests, which nobody shows
   engine::BackTester tester_;
+  std::unique_ptr<fundamentals::StockDataStore> stockDb_;
+  std::unique_ptr<fundamentals::EPSStore> epsStore_;
 };
 
 }  // namespace halvard::runs

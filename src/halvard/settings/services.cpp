@@ -59,6 +59,8 @@ void VisitServices(ServiceSettings& s, Visitor&& visit) {
   visit("Timeout", into(s.timeoutSeconds));
   visit("Pause", into(s.pauseMilliseconds));
   visit("Tiingo Token", into(s.tiingoToken));
+  visit("Quotes Host", into(s.quotesHost));
+  visit("Profile Host", into(s.profileHost));
 }
 
 std::string Refusal(std::string_view name, std::string_view text, const std::string& expected) {
@@ -94,7 +96,7 @@ void SetServiceSettingFromText(ServiceSettings& services, std::string_view name,
   if (!found) {
     throw UsageError("there is no setting Services/" + std::string(name) +
                      " (Provider, Table Host, Chart Host, Stooq Host, Tiingo Host, Timeout, "
-                     "Pause, Tiingo Token)");
+                     "Pause, Tiingo Token, Quotes Host, Profile Host)");
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // ServiceSettings: the [Services] section of the settings file, which chooses where price
-// histories come from. It lives beside the Config table, not in it: only the downloads read it.
+// histories and company data come from. It lives beside the Config table, not in it: only the
+// downloads read it.
 //
 //   Provider      table, chart (the default), stooq or tiingo
 //   Table Host, Chart Host, Stooq Host, Tiingo Host
@@ -8,6 +9,8 @@
 //   Timeout       seconds a request may take (default 60)
 //   Pause         milliseconds between two requests of the keyed and keyless services (500)
 //   Tiingo Token  the key of the tiingo service
+//   Quotes Host   base URL of the quotes line (name, exchange, EPS and estimates of a stock)
+//   Profile Host  base URL of the company profile pages (business summary and industry)
 
 #include <string>
 #include <string_view>
@@ -27,6 +30,8 @@ struct ServiceSettings {
   double timeoutSeconds = 60;
   int pauseMilliseconds = 500;
   std::string tiingoToken;
+  std::string quotesHost = "http://download.finance.yahoo.com";
+  std::string profileHost = "https://finance.yahoo.com";
 };
 
 // The stored section; missing values take their defaults. A value that does not convert (or a

@@ -1,0 +1,131 @@
+#include "halvard/fundamentals/stock_data_store.h"
+
+#include "halvard/error.h"
+#include "halvard/fundamentals/quoted_text.h"
+#include "halvard/platform/number_text.h"
+
+namespace halvard::fundamentals {
+namespace {
+
+// A fresh install has no database yet; this is the table the program expects to find, before
+// the two RS-average columns Init adds.
+constexpr const char* kCreateStocks =
+    "CREATE TABLE Stocks (Symbol TEXT, Description TEXT, EPSRank DOUBLE, RSRank DOUBLE, "
+    "Exchange TEXT, Industry TEXT, Name TEXT, EPS DOUBLE, YearEPSEstimate DOUBLE, "
+    "NextYearEPSEstimate DOUBLE)";
+
+// Numbers go into the statements in their shortest general form, always with ".".
+std::string Num(double value) {
+  return platform::FormatGeneral(value);
+}
+
+std::string WhereSymbol(const std::string& symbol) {
+  return " WHERE Stocks.Symbol='" + symbol + "'";
+}
+
+}  // namespace
+
+void StockDataStore::Init(const std::filesystem::path& path) {
+  // Every failure here is silent: an existing database already has the RS-average columns, so
+  // the first ALTER fails there on every start and the second is rightly not tried.
+  try {
+    std::error_code ignored;
+    const bool fresh = !std::filesystem::exists(path, ignored);
+    db_.Open(path, fresh);
+    if (fresh) db_.Execute(kCreateStocks);
+    db_.Execute("ALTER TABLE Stocks ADD COLUMN PrevAvgRS Number;");
+    db_.Execute("ALTER TABLE Stocks ADD COLUMN AvgRS Number;");
+  } catch (const Error&) {
+  }
+}
+
+void StockDataStore::Cleanup() {
+  db_.Close();
+}
+
+void StockDataStore::GetStockData(const std::string& symbol, std::string& description,
+                                  double& epsRank, double& rsRank, std::string& industry,
+                                  std::string& exchange, std::string& name) {
+  const auto rows = db_.Query("Select * from Stocks where Symbol='" + symbol + "'");
+  if (rows.empty()) {
+    description = "Not yet downloaded";
+    exchange = "N/A";
+    industry = "N/A";
+    return;
+  }
+  for (const SqlField& field : rows.front()) {
+    if (field.isNull()) continue;
+    if (field.name == "Description") description = field.asText();
+    else if (field.name == "EPSRank") epsRank = field.asNumber();
+    else if (field.name == "RSRank") rsRank = field.asNumber();
+    else if (field.name == "Industry") industry = field.asText();
+    else if (field.name == "Exchange") exchange = field.asText();
+    else if (field.name == "Name") name = field.asText();
+  }
+}
+
+void StockDataStore::SetStockData(const std::string& symbol, const std::string& description,
+                                  double rsRank, double epsRank, const std::string& industry,
+                                  const std::string& exchange, const std::string& name,
+                                  double eps, double yearEstimate, double nextYearEstimate) {
+  // SQLite refuses a table prefix on the columns of a SET clause; the rest is as always sent.
+  const int updated = db_.Execute(
+      "UPDATE Stocks SET Description = '" + description + "', EPSRank = " + Num(epsRank) +
+      ", RSRank = " + Num(rsRank) + ", EPS = " + Num(eps) +
+      ", YearEPSEstimate = " + Num(yearEstimate) +
+      ", NextYearEPSEstimate = " + Num(nextYearEstimate) + ", Name = '" + name +
+      "', Exchange = '" + exchange + "', Industry = '" + industry + "'" + WhereSymbol(symbol));
+  // Anything but exactly one row updated means insert, even when two rows share the symbol.
+  if (updated == 1) return;
+  db_.Execute(
+      "INSERT INTO Stocks ( Symbol, Description, EPSRank, RSRank, Exchange, Industry, Name, EPS, "
+      "YearEPSEstimate, NextYearEPSEstimate )"
+      "Values('" + symbol + "','" + description + "'," + Num(epsRank) + "," + Num(rsRank) +
+      ",'" + exchange + "','" + industry + "','" + name + "'," + Num(eps) + "," +
+      Num(yearEstimate) + "," + Num(nextYearEstimate) + ")");
+}
+
+void StockDataStore::SetSummary(const std::string& symbol, const std::string& description) {
+  db_.Execute("UPDATE Stocks SET Description = '" + description + "'" + WhereSymbol(symbol));
+}
+
+void StockDataStore::SetIndustry(const std::string& symbol, const std::string& industry) {
+  db_.Execute("UPDATE Stocks SET Industry = '" + industry + "'" + WhereSymbol(symbol));
+}
+
+void StockDataStore::SetExchange(const std::string& symbol, const std::string& exchange) {
+  // The comma after SET has always made this statement fail; the exchange is written with the
+  // whole row instead, and nothing calls this.
+  db_.Execute("UPDATE Stocks SET , Exchange = '" + exchange + "'" + WhereSymbol(symbol));
+}
+
+void StockDataStore::SetEPSRank(const std::string& symbol, double rank) {
+  db_.Execute("UPDATE Stocks SET EPSRank = " + Num(rank) + WhereSymbol(symbol));
+}
+
+void StockDataStore::SetRSRank(const std::string& symbol, double rank) {
+  db_.Execute("UPDATE Stocks SET RSRank = " + Num(rank) + WhereSymbol(symbol));
+}
+
+void StockDataStore::SetRSAvg(const std::string& symbol, double avg, double prevAvg) {
+  db_.Execute("UPDATE Stocks SET PrevAvgRS = " + Num(prevAvg) + WhereSymbol(symbol));
+  db_.Execute("UPDATE Stocks SET AvgRS = " + Num(avg) + WhereSymbol(symbol));
+}
+
+void StockDataStore::getDataForStock(const std::string& symbol) {
+  std::string name;
+  std::string exchange;
+  double eps = 0;
+  double yearEstimate = 0;
+  double nextYearEstimate = 0;
+  downloadExchange(symbol, name, eps, yearEstimate, nextYearEstimate, exchange);
+  exchange = ReplaceAll(exchange, "\"", "");
+  name = DoubleSingleQuotes(ReplaceAll(ReplaceAll(name, "\"", ""), "&amp;", "&"));
+  std::string description;
+  std::string industry;
+  getSummaryInfo(symbol, description, industry);
+  SetStockData(symbol, description, 0, 0, industry, exchange, name, eps, yearEstimate,
+               nextYearEstimate);
+}
+
+}  // namespace halvard::fundamentals

@@ -1,0 +1,172 @@
+#include "halvard/fundamentals/stock_data_store.h"
+
+#include <gtest/gtest.h>
+
+#include "halvard/error.h"
+#include "test_support.h"
+
+namespace halvard::fundamentals {
+namespace {
+
+// A fresh stock database in a scratch folder, with a way to look at it directly.
+struct StoreTest : ::testing::Test {
+  StoreTest() { db.Init(dir / "stockdata.mdb"); }
+
+  void Row(const std::string& symbol, double eps, double yearEstimate = 0) {
+    db.SetStockData(symbol, "", 0, 0, "", "", symbol + " Inc", eps, yearEstimate, 0);
+  }
+  std::string Column(const std::string& column) {
+    SqlDatabase raw;
+    raw.Open(dir / "stockdata.mdb", false);
+    std::string text;
+    for (const SqlRow& row : raw.Query("Select Symbol, " + column + " from Stocks order by Symbol")) {
+      text += row[0].asText() + "=" + (row[1].isNull() ? "Null" : row[1].asText()) + " ";
+    }
+    return text;
+  }
+  std::string Scan(void (StockDataStore::*scan)(int16_t, std::string&), int16_t percentage) {
+    std::string result = "kept\r\n";
+    (db.*scan)(percentage, result);
+    return result;
+  }
+
+  test::TempDir dir;
+  StockDataStore db;
+  platform::NoProgress progress;
+};
+
+TEST_F(StoreTest, AnUnknownSymbolReadsAsNotDownloadedAndLeavesNameAndRanks) {
+  std::string description, industry, exchange, name = "preset";
+  double epsRank = 7, rsRank = 8;
+  db.GetStockData("MSFT", description, epsRank, rsRank, industry, exchange, name);
+  EXPECT_EQ(description, "Not yet downloaded");
+  EXPECT_EQ(industry, "N/A");
+  EXPECT_EQ(exchange, "N/A");
+  EXPECT_EQ(name, "preset");
+  EXPECT_EQ(epsRank, 7);
+  EXPECT_EQ(rsRank, 8);
+}
+
+TEST_F(StoreTest, SetStockDataInsertsOnceThenUpdatesAndKeepsDoubledQuotesAsOne) {
+  db.SetStockData("MSFT", "It''s software", 10, 20, "Business Software & Services", "NasdaqNM",
+                  "O''Reilly & Co", 1.5, 2.25, -3.5);
+  db.SetStockData("MSFT", "Still software", 30, 40, "Software", "NASDAQ", "Microsoft", 1.5, 2.25,
+                  -3.5);
+  EXPECT_EQ(Column("Name"), "MSFT=Microsoft ");
+  EXPECT_EQ(Column("RSRank || '/' || EPSRank"), "MSFT=30.0/40.0 ");
+  db.SetStockData("AB", "It''s", 0, 0, "Ind", "Ex", "O''Reilly", 0.25, 12, -3.5);
+  std::string description, industry, exchange, name;
+  double epsRank = 0, rsRank = 0;
+  db.GetStockData("AB", description, epsRank, rsRank, industry, exchange, name);
+  EXPECT_EQ(name, "O'Reilly");
+  EXPECT_EQ(description, "It's");
+  EXPECT_EQ(Column("EPS || ' ' || YearEPSEstimate || ' ' || NextYearEPSEstimate"),
+            "AB=0.25 12.0 -3.5 MSFT=1.5 2.25 -3.5 ");
+}
+
+TEST_F(StoreTest, TwoRowsOfOneSymbolGetAThirdOnTheNextWholeRowWrite) {
+  Row("DUP", 1);
+  Row("DUP", 1.5);
+  EXPECT_EQ(Column("EPS"), "DUP=1.5 ");
+  SqlDatabase raw;  // the table has no key: another program may have added the symbol again
+  raw.Open(dir / "stockdata.mdb", false);
+  raw.Execute("INSERT INTO Stocks (Symbol) Values('DUP')");
+  Row("DUP", 2);
+  EXPECT_EQ(Column("EPS"), "DUP=2 DUP=2 DUP=2 ");
+}
+
+TEST_F(StoreTest, ANullNameLeavesTheCallersNameAndSettersTouchOnlyTheirColumn) {
+  SqlDatabase raw;
+  raw.Open(dir / "stockdata.mdb", false);
+  raw.Execute("INSERT INTO Stocks (Symbol, EPSRank) Values('NEW', 55)");
+  db.SetSummary("NEW", "Summary");
+  db.SetIndustry("NEW", "Industry");
+  db.SetRSRank("NEW", 66);
+  db.SetRSAvg("NEW", 1.25, 0.5);
+  db.SetSummary("NONE", "nothing happens to a symbol without a row");
+  std::string description, industry, exchange = "before", name;
+  double epsRank = 0, rsRank = 0;
+  db.GetStockData("NEW", description, epsRank, rsRank, industry, exchange, name);
+  EXPECT_EQ(name, "");
+  EXPECT_EQ(exchange, "before");
+  EXPECT_EQ(description + "|" + industry, "Summary|Industry");
+  EXPECT_EQ(epsRank, 55);
+  EXPECT_EQ(rsRank, 66);
+  EXPECT_EQ(Column("AvgRS || '/' || PrevAvgRS"), "NEW=1.25/0.5 ");
+}
+
+TEST_F(StoreTest, SetExchangeAlwaysFailsAndAReopenedDatabaseKeepsItsColumns) {
+  Row("MSFT", 1);
+  EXPECT_THROW(db.SetExchange("MSFT", "NYSE"), Error);
+  db.Cleanup();
+  db.Init(dir / "stockdata.mdb");  // both ALTERs fail quietly now
+  db.SetRSAvg("MSFT", 2, 1);
+  EXPECT_EQ(Column("AvgRS"), "MSFT=2 ");
+}
+
+TEST_F(StoreTest, AFailedInitLeavesEveryLaterStatementFailingWithThePath) {
+  StockDataStore broken;
+  broken.Init(dir / "no such folder" / "stockdata.mdb");
+  try {
+    broken.SetRSRank("MSFT", 1);
+    FAIL() << "no error";
+  } catch (const Error& e) {
+    EXPECT_NE(std::string(e.what()).find("no such folder"), std::string::npos) << e.what();
+  }
+}
+
+TEST_F(StoreTest, EPSRanksArePercentilesOfTheStocksWithEPSAboveZero) {
+  const std::pair<const char*, double> stocks[] = {{"A", 1}, {"B", 2}, {"C", 2},   {"D", 3},
+                                                   {"E", 4}, {"Z", 0}, {"N", -1}};
+  for (const auto& [symbol, eps] : stocks) Row(symbol, eps);
+  db.SetEPSRank("Z", 33);  // kept: not ranked
+  db.ComputeEPSRank(progress);
+  EXPECT_EQ(Column("EPSRank"), "A=20 B=60 C=60 D=80 E=100 N=0 Z=33 ");
+}
+
+TEST_F(StoreTest, AnEmptyTableRanksNothingAndPartPercentsRoundDown) {
+  db.ComputeEPSRank(progress);
+  db.ComputeRSRank(progress);
+  EXPECT_EQ(Column("EPSRank"), "");
+  for (const char* s : {"A", "B", "C"}) Row(s, 1);
+  db.SetRSAvg("A", 3, 0);
+  db.SetRSAvg("B", 1, 0);
+  db.SetRSAvg("C", 2, 0);
+  db.ComputeRSRank(progress);
+  EXPECT_EQ(Column("RSRank"), "A=100 B=33 C=66 ");
+}
+
+TEST_F(StoreTest, RSRanksHandTheGroupsRanksToTheStocksWithoutAnAverageFirst) {
+  for (const char* s : {"NULL", "R1", "R2", "R3"}) Row(s, 1);
+  db.SetRSAvg("R1", 1, 0);
+  db.SetRSAvg("R2", 2, 0);
+  db.SetRSAvg("R3", 3, 0);
+  db.SetRSRank("R3", 99);
+  db.ComputeRSRank(progress);
+  // Four rows, but the Null group counts none: its ranks go one stock early, none reaches 100.
+  EXPECT_EQ(Column("RSRank"), "NULL=25 R1=50 R2=75 R3=99 ");
+}
+
+TEST_F(StoreTest, RankScansSelectByThresholdAndTheIncreasingScansOrderByTheRise) {
+  // symbol, EPS, year estimate, EPS rank, RS rank, AvgRS, PrevAvgRS
+  struct S { const char* symbol; double eps, year, epsRank, rsRank, avg, prev; };
+  const S stocks[] = {{"LOW", 1, 5, 79, 79, 3, 1},   {"TOP", 2, 3, 100, 100, 2, 1},
+                      {"MID", 1, 4, 80, 80, 3, 1},   {"TIE", 1, 4, 90, 90, 2, 1},
+                      {"FELL", 1, 9, 95, 95, 1, 2},  {"NOEPS", 0, 9, 95, 95, 5, 1}};
+  for (const S& s : stocks) {
+    db.SetStockData(s.symbol, "", s.rsRank, s.epsRank, "", "", "", s.eps, s.year, 0);
+    db.SetRSAvg(s.symbol, s.avg, s.prev);
+  }
+  EXPECT_EQ(Scan(&StockDataStore::EPSRankScan, 20), "kept\r\nTOP\r\nMID\r\nTIE\r\nFELL\r\nNOEPS\r\n");
+  EXPECT_EQ(Scan(&StockDataStore::RSRankScan, 0), "kept\r\nTOP\r\n");
+  EXPECT_EQ(Scan(&StockDataStore::RSRankScan, 100), "kept\r\nLOW\r\nTOP\r\nMID\r\nTIE\r\nFELL\r\nNOEPS\r\n");
+  std::string rising;
+  db.IncreasingRSScan(rising, 20);
+  EXPECT_EQ(rising, "MID\r\nTOP\r\nTIE\r\n");  // the largest rise, then the higher rank
+  std::string estimates;
+  db.IncreasingEPSScan(estimates, 20);
+  EXPECT_EQ(estimates, "FELL\r\nTIE\r\nMID\r\nTOP\r\n");
+}
+
+}  // namespace
+}  // namespace halvard::fundamentals
