@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "halvard/runs/batch_test.h"
+#include "halvard/runs/fundamentals_commands.h"
 #include "halvard/runs/scans.h"
 #include "halvard/runs/session.h"
 #include "market_generator.h"
@@ -54,6 +55,20 @@ void BatchSweep(benchmark::State& state, const std::string& folder) {
   state.counters["report bytes"] = static_cast<double>(reportBytes);
 }
 
+// "Compute RS Rank" over the whole market: load every price file, its RS averages stored with
+// two updates, then one rank update a stock. The database is a fresh one in the market folder
+// with a row for every symbol, as after a company-data download.
+void RankRS(benchmark::State& state, const std::string& folder) {
+  const auto s = OpenMarket(folder);
+  std::filesystem::remove(folder + "/stockdata.mdb");
+  fundamentals::StockDataStore& db = s->stockDb();
+  for (const std::string& symbol : s->symbols) db.SetStockData(symbol, "", 0, 0, "", "", "", 1, 0, 0);
+  platform::NoProgress quiet;
+  for (auto _ : state) runs::ComputeRSRankCommand(*s, quiet);
+  state.counters["symbols/s"] = benchmark::Counter(
+      static_cast<double>(state.iterations() * s->symbols.size()), benchmark::Counter::kIsRate);
+}
+
 }  // namespace
 
 void RegisterRunBenchmarks(const std::string& folder) {
@@ -61,6 +76,9 @@ void RegisterRunBenchmarks(const std::string& folder) {
       ->Unit(benchmark::kMillisecond)
       ->UseRealTime();
   benchmark::RegisterBenchmark("BatchSweep/10x10/500", BatchSweep, folder)
+      ->Unit(benchmark::kMillisecond)
+      ->UseRealTime();
+  benchmark::RegisterBenchmark("RankRS/5000", RankRS, folder)
       ->Unit(benchmark::kMillisecond)
       ->UseRealTime();
 }

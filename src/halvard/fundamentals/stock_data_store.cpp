@@ -32,7 +32,11 @@ void StockDataStore::Init(const std::filesystem::path& path) {
     std::error_code ignored;
     const bool fresh = !std::filesystem::exists(path, ignored);
     db_.Open(path, fresh);
-    if (fresh) db_.Execute(kCreateStocks);
+    if (fresh) {
+      db_.Execute(kCreateStocks);
+      // Every statement finds its row by symbol; not unique, since nothing forbids a second row.
+      db_.Execute("CREATE INDEX StocksBySymbol ON Stocks (Symbol)");
+    }
     db_.Execute("ALTER TABLE Stocks ADD COLUMN PrevAvgRS Number;");
     db_.Execute("ALTER TABLE Stocks ADD COLUMN AvgRS Number;");
   } catch (const Error&) {
