@@ -24,11 +24,25 @@ test: deps build
 DEMO = $(BUILD)/app/cli/halvard --config $(BUILD)/demo-settings.ini \
   --stock-dir samples/data --list-dir samples/watchlists
 
+# The desktop program works on a copy of the samples: it writes beside them (the stock database,
+# eps.dat, saved scan results), and the source tree stays as it was checked out.
+GUI = $(BUILD)/app/gui/halvard-gui
+GUI_DEMO = $(BUILD)/demo-samples
+
+# The desktop program when there is a display to show it on (and it was built); otherwise the
+# command-line demo.
 run: deps build
-	@echo "== The buy-signal scan of the sample list"
-	$(DEMO) scan buy --list sample
-	@echo "== The live trading report of the sample list"
-	$(DEMO) live --list sample --corvane --pyramiding --rs
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ] && [ -x $(GUI) ]; then \
+	  echo "== The desktop program on a copy of the bundled samples in $(GUI_DEMO)"; \
+	  mkdir -p $(GUI_DEMO) && cp -rn samples/data samples/watchlists $(GUI_DEMO)/ && \
+	  $(GUI) --config $(BUILD)/demo-settings.ini \
+	    --stock-dir $(GUI_DEMO)/data --list-dir $(GUI_DEMO)/watchlists; \
+	else \
+	  echo "== The buy-signal scan of the sample list"; \
+	  $(DEMO) scan buy --list sample && \
+	  echo "== The live trading report of the sample list" && \
+	  $(DEMO) live --list sample --corvane --pyramiding --rs; \
+	fi
 
 bench: deps build
 	$(BUILD)/bench/halvard-bench

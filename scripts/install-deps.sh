@@ -9,6 +9,7 @@ packages=(
   libcurl4-openssl-dev libsqlite3-dev
   libcpp-httplib-dev pkg-config python3
   libgtest-dev libbenchmark-dev
+  qt6-base-dev libqt6gui6 fonts-dejavu-core
 )
 
 missing=()

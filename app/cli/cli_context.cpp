@@ -11,6 +11,7 @@
 #include "halvard/error.h"
 #include "halvard/platform/app_paths.h"
 #include "halvard/platform/files.h"
+#include "halvard/platform/samples_folder.h"
 #include "halvard/settings/folders.h"
 
 namespace halvard::cli {
@@ -48,29 +49,10 @@ void ApplySet(settings::Config& config, const std::string& assignment) {
   settings::SetSettingFromText(config, a.section, a.name, a.text);
 }
 
-fs::path ExecutableFolder() {
-  std::error_code ec;
-  const fs::path self = fs::read_symlink("/proc/self/exe", ec);
-  return ec ? fs::path() : self.parent_path();
-}
-
 }  // namespace
 
 fs::path SamplesFolder() {
-  std::vector<fs::path> candidates;
-  if (const char* env = std::getenv("HALVARD_SAMPLES"); env != nullptr && *env != '\0') {
-    candidates.emplace_back(env);
-  }
-  if (const fs::path exe = ExecutableFolder(); !exe.empty()) {
-    candidates.push_back(exe.parent_path() / "share/halvard600/samples");
-  }
-  candidates.emplace_back(HALVARD_INSTALLED_SAMPLES);
-  candidates.emplace_back(HALVARD_SOURCE_SAMPLES);
-  std::error_code ec;
-  for (const fs::path& c : candidates) {
-    if (fs::is_directory(c / "data", ec)) return c;
-  }
-  return {};
+  return platform::FindSamplesFolder({HALVARD_INSTALLED_SAMPLES, HALVARD_SOURCE_SAMPLES});
 }
 
 std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMode mode) {

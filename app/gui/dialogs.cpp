@@ -1,0 +1,44 @@
+#include "dialogs.h"
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <cstdio>
+
+namespace halvard::gui {
+
+void QtDialogs::message(QWidget* parent, const QString& title, const QString& text, Icon icon) {
+  const QMessageBox::Icon shown = icon == Icon::kInformation ? QMessageBox::Information
+                                  : icon == Icon::kCritical  ? QMessageBox::Critical
+                                                             : QMessageBox::NoIcon;
+  QMessageBox box(shown, title, text, QMessageBox::Ok, parent);
+  box.exec();
+}
+
+std::optional<QString> QtDialogs::askText(QWidget* parent, const QString& title,
+                                          const QString& prompt) {
+  bool ok = false;
+  const QString answer = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, {}, &ok);
+  if (!ok) return std::nullopt;
+  return answer;
+}
+
+QString QtDialogs::saveWatchList(QWidget* parent, const QString& folder,
+                                 const QString& proposedName) {
+  QFileDialog dialog(parent, {}, folder, QStringLiteral("inc Files (*.inc)"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(QStringLiteral("inc"));
+  dialog.selectFile(proposedName);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  return dialog.selectedFiles().constFirst();
+}
+
+QString QtDialogs::pickFolder(QWidget* parent, const QString& title, const QString& start) {
+  return QFileDialog::getExistingDirectory(parent, title, start, QFileDialog::ShowDirsOnly);
+}
+
+void QuietDialogs::message(QWidget*, const QString& title, const QString& text, Icon) {
+  std::fprintf(stderr, "halvard-gui: %s: %s\n", qPrintable(title), qPrintable(text));
+}
+
+}  // namespace halvard::gui

@@ -1,0 +1,110 @@
+// halvard-gui: the desktop program of Halvard 600.
+//
+//   halvard-gui [--config FILE] [--stock-dir DIR] [--list-dir DIR]
+//               [--screenshot FILE.png [--list NAME] [--view 1-5] [--options-page 1-3]]
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <cstdio>
+
+#include "dialogs.h"
+#include "halvard/platform/samples_folder.h"
+#include "main_frm.h"
+#include "screenshot.h"
+
+namespace {
+
+using halvard::gui::MainFrm;
+
+int UsageError(const QString& message) {
+  std::fprintf(stderr, "halvard-gui: usage error: %s\n", qPrintable(message));
+  return 2;
+}
+
+// A whole number from low to high, or nothing.
+std::optional<int> Number(const QString& text, int low, int high) {
+  bool ok = false;
+  const int n = text.toInt(&ok);
+  if (!ok || n < low || n > high) return std::nullopt;
+  return n;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Halvard 600"));
+
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Halvard 600: boxes, breakouts and buy signals from daily price files"));
+  parser.addHelpOption();
+  const QCommandLineOption config(QStringLiteral("config"), QStringLiteral("The settings file"),
+                                  QStringLiteral("FILE"));
+  const QCommandLineOption stockDir(QStringLiteral("stock-dir"),
+                                    QStringLiteral("The folder of the price files, for this run"),
+                                    QStringLiteral("DIR"));
+  const QCommandLineOption listDir(QStringLiteral("list-dir"),
+                                   QStringLiteral("The folder of the watch lists, for this run"),
+                                   QStringLiteral("DIR"));
+  const QCommandLineOption screenshot(
+      QStringLiteral("screenshot"),
+      QStringLiteral("Save a picture of the main window as FILE.png and exit"),
+      QStringLiteral("FILE.png"));
+  const QCommandLineOption list(QStringLiteral("list"),
+                                QStringLiteral("With --screenshot: the watch list to show"),
+                                QStringLiteral("NAME"));
+  const QCommandLineOption view(
+      QStringLiteral("view"),
+      QStringLiteral("With --screenshot: 1 five days, 2 one month, 3 three months, 4 six "
+                     "months, 5 one year"),
+      QStringLiteral("1-5"));
+  const QCommandLineOption optionsPage(
+      QStringLiteral("options-page"),
+      QStringLiteral("With --screenshot: a picture of the options dialog on this page"),
+      QStringLiteral("1-3"));
+  parser.addOptions({config, stockDir, listDir, screenshot, list, view, optionsPage});
+  parser.process(app);
+
+  halvard::gui::ScreenshotRequest request;
+  const bool picture = parser.isSet(screenshot);
+  if (!picture && (parser.isSet(list) || parser.isSet(view) || parser.isSet(optionsPage))) {
+    return UsageError(QStringLiteral("--list, --view and --options-page go with --screenshot"));
+  }
+  if (picture) {
+    request.file = parser.value(screenshot);
+    request.list = parser.value(list);
+    if (parser.isSet(view)) {
+      request.view = Number(parser.value(view), 1, 5);
+      if (!request.view) return UsageError(QStringLiteral("--view takes 1 to 5"));
+    }
+    if (parser.isSet(optionsPage)) {
+      request.optionsPage = Number(parser.value(optionsPage), 1, 3);
+      if (!request.optionsPage) return UsageError(QStringLiteral("--options-page takes 1 to 3"));
+    }
+  }
+
+  MainFrm::StartOptions start;
+  start.configFile = parser.value(config).toStdString();
+  start.stockDir = parser.value(stockDir).toStdString();
+  start.listDir = parser.value(listDir).toStdString();
+  start.samplesDir =
+      halvard::platform::FindSamplesFolder({HALVARD_INSTALLED_SAMPLES, HALVARD_SOURCE_SAMPLES});
+
+  if (picture) {
+    // Nobody is at the keyboard: messages go to stderr and the settings stay as they were.
+    halvard::gui::QuietDialogs quiet;
+    MainFrm window(start, quiet);
+    QString error;
+    if (!halvard::gui::TakeScreenshot(window, request, error)) {
+      std::fprintf(stderr, "halvard-gui: error: %s\n", qPrintable(error));
+      return 1;
+    }
+    return 0;
+  }
+
+  halvard::gui::QtDialogs dialogs;
+  MainFrm window(start, dialogs);
+  window.show();
+  return QApplication::exec();
+}

@@ -1,0 +1,321 @@
+#include "main_frm.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "backtest_window.h"
+#include "chart_widget.h"
+#include "dialogs.h"
+#include "download_timer.h"
+#include "halvard/data/file_parser.h"
+#include "halvard/data/watch_list.h"
+#include "halvard/error.h"
+#include "halvard/platform/app_paths.h"
+#include "halvard/platform/number_text.h"
+#include "halvard/runs/stock_info.h"
+#include "halvard/settings/folders.h"
+#include "progress_window.h"
+
+namespace halvard::gui {
+namespace {
+
+QString Q(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+QLineEdit* ReadOnlyField(const char* name) {
+  auto* field = new QLineEdit;
+  field->setObjectName(QString::fromLatin1(name));
+  field->setReadOnly(true);
+  return field;
+}
+
+}  // namespace
+
+MainFrm::MainFrm(const StartOptions& options, Dialogs& dialogs, QWidget* parent)
+    : QMainWindow(parent),
+      dialogs_(dialogs),
+      eventLog_(options.eventLogFile.empty() ? platform::DefaultEventLogFile()
+                                             : options.eventLogFile),
+      session_(std::make_unique<runs::Session>(settings::MRegistry(
+          options.configFile.empty() ? platform::DefaultSettingsFile() : options.configFile))) {
+  setObjectName(QStringLiteral("MainFrm"));
+  setWindowTitle(QStringLiteral("Halvard 600"));
+  BuildWindow();
+  BuildMenus();
+  StartUp(options);
+  // Keys typed anywhere in this window reach the commands first, whichever control has focus.
+  qApp->installEventFilter(this);
+}
+
+MainFrm::~MainFrm() {
+  qApp->removeEventFilter(this);
+}
+
+void MainFrm::BuildWindow() {
+  auto* central = new QWidget(this);
+  auto* columns = new QHBoxLayout(central);
+  columns->setContentsMargins(4, 4, 4, 4);
+
+  auto* frame = new QGroupBox(QStringLiteral("Watch List"), central);
+  frame->setObjectName(QStringLiteral("WatchListFrame"));
+  frame->setFixedWidth(150);
+  auto* lists = new QVBoxLayout(frame);
+  IncListBox_ = new QComboBox(frame);
+  IncListBox_->setObjectName(QStringLiteral("IncListBox"));
+  HotList_ = new QListWidget(frame);
+  HotList_->setObjectName(QStringLiteral("HotList"));
+  lists->addWidget(IncListBox_);
+  lists->addWidget(HotList_, 1);
+  columns->addWidget(frame);
+
+  stockInfo_ = new QTabWidget(central);
+  stockInfo_->setObjectName(QStringLiteral("stockInfo"));
+  StockGraph_ = new ChartWidget(stockInfo_);
+  stockInfo_->addTab(StockGraph_, QStringLiteral("Graph"));
+
+  auto* info = new QWidget(stockInfo_);
+  info->setObjectName(QStringLiteral("InfoBox"));
+  auto* form = new QFormLayout(info);
+  companyName_ = new QLabel(QStringLiteral("Company"), info);
+  companyName_->setObjectName(QStringLiteral("companyName"));
+  QFont bigger = companyName_->font();
+  bigger.setBold(true);
+  bigger.setPointSizeF(bigger.pointSizeF() * 1.3);
+  companyName_->setFont(bigger);
+  form->addRow(companyName_);
+  Exchange_ = ReadOnlyField("Exchange");
+  industry_ = ReadOnlyField("industry");
+  EPSRank_ = ReadOnlyField("EPSRank");
+  RSRank_ = ReadOnlyField("RSRank");
+  stockSummary_ = new QPlainTextEdit(info);
+  stockSummary_->setObjectName(QStringLiteral("stockSummary"));
+  stockSummary_->setReadOnly(true);
+  form->addRow(QStringLiteral("Exchange : "), Exchange_);
+  form->addRow(QStringLiteral("Industry : "), industry_);
+  form->addRow(QStringLiteral("Business Summary : "), stockSummary_);
+  form->addRow(QStringLiteral("EPS Rank : "), EPSRank_);
+  form->addRow(QStringLiteral("RS Rank : "), RSRank_);
+  stockInfo_->addTab(info, QStringLiteral("Information"));
+  columns->addWidget(stockInfo_, 1);
+  setCentralWidget(central);
+
+  statusTitle_ = new QLabel(this);
+  statusTitle_->setObjectName(QStringLiteral("statusPanel1"));
+  statusText_ = new QLabel(this);
+  statusText_->setObjectName(QStringLiteral("statusPanel2"));
+  statusBar()->setObjectName(QStringLiteral("statusBar"));
+  // Wide enough for the longest view title and a long symbol, so panel 2 does not jump about.
+  statusTitle_->setMinimumWidth(
+      statusTitle_->fontMetrics().horizontalAdvance(QStringLiteral("Thirty Day View - WWWWWW")));
+  statusBar()->addWidget(statusTitle_);
+  statusBar()->addWidget(statusText_, 1);
+
+  downloadTimer_ = new DownloadTimer(session_->config, this);
+  progress_ = new ProgressWindow(this);
+  backtestWindow_ = new BacktestWindow(this);
+
+  connect(IncListBox_, &QComboBox::currentIndexChanged, this, &MainFrm::SelectIncList);
+  connect(HotList_, &QListWidget::currentRowChanged, this, &MainFrm::SelectSymbol);
+  connect(StockGraph_, &ChartWidget::resized, this, [this](double width, double height) {
+    chart::LayOut(session_->chart, width, height);
+    ShowView();
+  });
+}
+
+void MainFrm::StartUp(const StartOptions& options) {
+  runs::Session& s = *session_;
+  Guarded([&] { s.ReadSettings(); });
+  if (!options.stockDir.empty()) s.config.StockFilePath = options.stockDir;
+  if (!options.listDir.empty()) s.config.IncFilePath = options.listDir;
+  Guarded([&] {
+    const std::string notice = settings::PrepareFolders(s.config, options.samplesDir);
+    if (!notice.empty()) {
+      dialogs_.message(this, QStringLiteral("Halvard 600"), Q(notice).trimmed(),
+                       Dialogs::Icon::kInformation);
+    }
+  });
+  Guarded([&] { s.epsStore(); });
+  Guarded([&] { s.stockDb(); });
+  downloadTimer_->Start();
+  chart::InitChart(s.chart, StockGraph_->height());
+  s.chart.rangeBars = true;
+  s.chart.openTicks = true;
+  s.hotListCursor = 0;
+  // StartUp forces showRS, the RS check and RS days 10 before it loads the index.
+  bool indexLoaded = false;
+  Guarded([&] { indexLoaded = s.StartUp(); });
+  if (!indexLoaded) {
+    dialogs_.message(this, Q(std::string(data::kIndexMissingTitle)),
+                     Q(std::string(data::kIndexMissingMessage)), Dialogs::Icon::kCritical);
+  }
+  RefreshIncList();
+  SizeFromSettings();
+}
+
+void MainFrm::SizeFromSettings() {
+  // The stored size is in twips, 1440 to the inch.
+  const QScreen* screen = this->screen();
+  const double dpi = screen != nullptr ? screen->logicalDotsPerInch() : 96.0;
+  resize(static_cast<int>(session_->config.windowWidth * dpi / 1440),
+         static_cast<int>(session_->config.windowHeight * dpi / 1440));
+}
+
+void MainFrm::showMessage(const QString& symbol, const QString& prefix, const QString& suffix) {
+  progress_->showMessage(symbol, prefix, suffix);
+}
+
+void MainFrm::ShowView() {
+  runs::Session& s = *session_;
+  QString problem;
+  StockGraph_->Draw([&](chart::Canvas& canvas) {
+    try {
+      s.ShowView(canvas);
+    } catch (const UsageError& e) {
+      // A view setting outside 1 to 5 draws nothing; say why where the status goes.
+      problem = Q(e.what());
+    }
+  });
+  StockGraph_->ShowNotDownloaded(!s.chartReady);
+  if (!s.chartReady) return;
+  statusTitle_->setText(Q(s.chart.title));
+  statusText_->setText(problem.isEmpty() ? Q(s.statusText) : problem);
+}
+
+void MainFrm::RefreshIncList() {
+  QStringList names;
+  Guarded([&] {
+    for (const std::string& name : data::ListWatchLists(session_->config.IncFilePath)) {
+      names << Q(name);
+    }
+  });
+  {
+    const QSignalBlocker block(IncListBox_);
+    IncListBox_->clear();
+    IncListBox_->addItems(names);
+    IncListBox_->setCurrentIndex(names.isEmpty() ? -1 : 0);
+  }
+  if (!names.isEmpty()) SelectIncList(0);
+}
+
+void MainFrm::SelectIncList(int index) {
+  if (index < 0) return;
+  Guarded([&] { session_->SelectList(IncListBox_->itemText(index).toStdString()); });
+  FillHotList();
+  ShowView();
+}
+
+void MainFrm::FillHotList() {
+  const QSignalBlocker block(HotList_);
+  HotList_->clear();
+  for (const std::string& symbol : session_->symbols) HotList_->addItem(Q(symbol));
+  if (HotList_->count() > 0) HotList_->setCurrentRow(0);
+}
+
+void MainFrm::SelectSymbol(int row) {
+  if (row < 0) return;
+  runs::Session& s = *session_;
+  if (s.config.StockFilePath.empty()) {
+    dialogs_.message(this, QStringLiteral("Error"),
+                     QStringLiteral("Please set a default path before using this feature"),
+                     Dialogs::Icon::kNone);
+    ShowView();
+    return;
+  }
+  const std::string symbol = HotList_->item(row)->text().toStdString();
+  Guarded([&] { s.ShowSymbol(symbol); });
+  Guarded([&] { ShowInformation(symbol); });
+  ShowView();
+}
+
+void MainFrm::ShowInformation(const std::string& symbol) {
+  const std::optional<runs::StockInfo> info = runs::ReadStockInfo(*session_, symbol);
+  if (!info) return;
+  EPSRank_->setText(Q(platform::FormatGeneral(info->epsRank)));
+  RSRank_->setText(Q(platform::FormatGeneral(info->rsRank)));
+  stockSummary_->setPlainText(Q(info->summary));
+  industry_->setText(Q(info->industry));
+  Exchange_->setText(Q(info->exchange));
+  companyName_->setText(info->name.empty() ? QStringLiteral("Company") : Q(info->name));
+}
+
+bool MainFrm::RunLong(const std::function<void(platform::Progress&)>& run) {
+  if (running_) return false;
+  running_ = true;
+  downloadTimer_->setPaused(true);
+  menuBar()->setEnabled(false);
+  centralWidget()->setEnabled(false);
+  progress_->Start();
+  bool finished = false;
+  Guarded([&] {
+    run(*progress_);
+    finished = !progress_->Cancelled();
+  });
+  progress_->hide();
+  centralWidget()->setEnabled(true);
+  menuBar()->setEnabled(true);
+  downloadTimer_->setPaused(false);
+  running_ = false;
+  if (closeAfterRun_) close();
+  return finished && !closeAfterRun_;
+}
+
+void MainFrm::Guarded(const std::function<void()>& command) {
+  try {
+    command();
+  } catch (const std::exception& e) {
+    dialogs_.message(this, QStringLiteral("Error"), Q(e.what()), Dialogs::Icon::kCritical);
+  }
+}
+
+void MainFrm::EndProgram(bool writeSettings) {
+  if (writeSettings) Guarded([&] { session_->WriteSettings(); });
+  writeOnClose_ = false;
+  close();
+  QCoreApplication::quit();
+}
+
+void MainFrm::closeEvent(QCloseEvent* event) {
+  if (running_) {
+    // The run is still on the stack below us: stop it first, close when it has returned.
+    closeAfterRun_ = true;
+    progress_->Cancel();
+    event->ignore();
+    return;
+  }
+  if (writeOnClose_) Guarded([&] { session_->WriteSettings(); });
+  progress_->close();
+  backtestWindow_->close();
+  event->accept();
+}
+
+bool MainFrm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  auto* widget = qobject_cast<QWidget*>(watched);
+  if (widget == nullptr || widget->window() != this) return false;
+  const auto* key = static_cast<QKeyEvent*>(event);
+  // Alt and Ctrl belong to the menus' access keys and shortcuts.
+  if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
+  const QString text = key->text();
+  if (text.size() != 1) return false;
+  const QChar c = text.front();
+  const bool typed = c.isPrint() || c == u'\r' || c == u'\b' || c == u'\x1b';
+  if (!typed) return false;
+  if (!running_) KeyCommand(c);
+  return true;
+}
+
+}  // namespace halvard::gui

@@ -1,0 +1,145 @@
+#pragma once
+// MainFrm: the main window and its whole command surface. It owns the session (settings, lists,
+// the shown symbol, the chart), starts the program up, and turns list selections, menu commands
+// and single key presses into calls on the library; everything it shows comes from the session.
+
+#include <QMainWindow>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "halvard/platform/event_log.h"
+#include "halvard/platform/progress.h"
+#include "halvard/runs/session.h"
+
+class QAction;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QMenu;
+class QPlainTextEdit;
+class QTabWidget;
+
+namespace halvard::runs {
+struct ScanCommand;
+}
+
+namespace halvard::gui {
+
+class BacktestWindow;
+class ChartWidget;
+class Dialogs;
+class DownloadTimer;
+class ProgressWindow;
+
+class MainFrm : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  // What the command line may set for one run; empty means the usual.
+  struct StartOptions {
+    std::filesystem::path configFile;    // else the default settings file
+    std::string stockDir;                // replaces StockFilePath for this run
+    std::string listDir;                 // replaces IncFilePath for this run
+    std::filesystem::path samplesDir;    // filled into default folders that do not exist yet
+    std::filesystem::path eventLogFile;  // else the default debug.log
+  };
+
+  MainFrm(const StartOptions& options, Dialogs& dialogs, QWidget* parent = nullptr);
+  ~MainFrm() override;
+
+  runs::Session& session() { return *session_; }
+  // Other windows read and change the settings through the main window.
+  settings::Config& config() { return session_->config; }
+  platform::EventLog& eventLog() { return eventLog_; }
+  DownloadTimer& downloadTimer() { return *downloadTimer_; }
+  ProgressWindow& progressWindow() { return *progress_; }
+  BacktestWindow& backtestWindow() { return *backtestWindow_; }
+
+  void showMessage(const QString& symbol, const QString& prefix, const QString& suffix);
+  // Draws the chart when it is ready (else the label over a cleared surface) and fills the
+  // status bar.
+  void ShowView();
+  void RefreshIncList();
+  // Called after every keyboard change of a trading setting; deliberately does nothing.
+  void UpdateLights() {}
+
+  // One typed character, as the keyboard table has it. Only lower-case letters are commands.
+  void KeyCommand(QChar key);
+  // The options dialog, modal.
+  void OpenOptions();
+
+  // True while a long run (scan, tool) holds the window.
+  bool running() const { return running_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void BuildWindow();
+  void BuildMenus();
+  void AddTools(QMenu* tools);
+  void StartUp(const StartOptions& options);
+  void SizeFromSettings();
+
+  void SelectIncList(int index);
+  void SelectSymbol(int row);
+  void FillHotList();
+  void ShowInformation(const std::string& symbol);
+  // The hot-list cursor one row on (or back), wrapping; loads that row's price file.
+  void StepHotList(int delta);
+  void SetView(int view);
+
+  // Key commands that ask something.
+  void AskRSDays();
+  void AskUnusualVolume();
+  void AskBuyMode();
+  void AskStopLoss();
+  void AskFilter();
+  void JumpTo();
+  void ToggleUnusualVolume();
+  void ToggleRSCheck();
+  void BacktestCurrent(bool signalMode);
+  void EditCurrent();
+  std::optional<QString> Ask(const QString& title, const QString& prompt);
+  void Refuse(const QString& message);
+
+  void RunScan(const runs::ScanCommand& command);
+  // Runs a long loop with the progress window, the other run commands disabled meanwhile.
+  // Returns true when it ran to its end (not cancelled, no error).
+  bool RunLong(const std::function<void(platform::Progress&)>& run);
+  // Runs a command, showing any error of the library in a message box titled "Error".
+  void Guarded(const std::function<void()>& command);
+
+  // "q" and close write the settings; Exit does not.
+  void EndProgram(bool writeSettings);
+
+  Dialogs& dialogs_;
+  platform::FileEventLog eventLog_;
+  std::unique_ptr<runs::Session> session_;
+
+  QComboBox* IncListBox_ = nullptr;
+  QListWidget* HotList_ = nullptr;
+  QTabWidget* stockInfo_ = nullptr;
+  ChartWidget* StockGraph_ = nullptr;
+  QLineEdit* Exchange_ = nullptr;
+  QLineEdit* industry_ = nullptr;
+  QPlainTextEdit* stockSummary_ = nullptr;
+  QLineEdit* EPSRank_ = nullptr;
+  QLineEdit* RSRank_ = nullptr;
+  QLabel* companyName_ = nullptr;
+  QLabel* statusTitle_ = nullptr;  // status bar panel 1: the view and the symbol
+  QLabel* statusText_ = nullptr;   // panel 2: the newest day and the newest box
+  DownloadTimer* downloadTimer_ = nullptr;
+  ProgressWindow* progress_ = nullptr;
+  BacktestWindow* backtestWindow_ = nullptr;
+
+  bool running_ = false;
+  bool closeAfterRun_ = false;
+  bool writeOnClose_ = true;
+};
+
+}  // namespace halvard::gui

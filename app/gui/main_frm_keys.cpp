@@ -1,0 +1,218 @@
+// The single-key commands of the main window. Every key press clears the chart first and shows
+// the view last, so a key that does not redraw leaves the "Data Not Downloaded Yet" label up.
+
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QUrl>
+
+#include "backtest_window.h"
+#include "dialogs.h"
+#include "halvard/data/watch_list.h"
+#include "main_frm.h"
+#include "typed_number.h"
+
+namespace halvard::gui {
+
+void MainFrm::KeyCommand(QChar key) {
+  runs::Session& s = *session_;
+  s.chartReady = false;
+  // Only the lower-case letter is a command: Shift+letter falls through to the view.
+  switch (key.unicode()) {
+    case u'5':
+      SetView(1);
+      break;
+    case u'1':
+      SetView(2);
+      break;
+    case u'3':
+      SetView(3);
+      break;
+    case u'6':
+      SetView(4);
+      break;
+    case u'y':
+      SetView(5);
+      break;
+    case u'r':
+      AskRSDays();
+      break;
+    case u'o':
+      ToggleUnusualVolume();
+      break;
+    case u'v':
+      AskUnusualVolume();
+      break;
+    case u'f':
+      AskFilter();
+      break;
+    case u' ':
+      StepHotList(+1);
+      break;
+    case u'u':
+      AskBuyMode();
+      break;
+    case u'e':
+      ToggleRSCheck();
+      break;
+    // "b" (batch testing) and "d" (live trading) open windows that are not part of this program
+    // yet; until they are, the keys only clear the chart like any other.
+    case u'j':
+      JumpTo();
+      break;
+    case u'q':
+      EndProgram(true);
+      return;
+    case u't':
+      s.chart.chartOption = !s.chart.chartOption;
+      s.chartReady = true;
+      break;
+    case u'g':
+      BacktestCurrent(true);
+      break;
+    case u',':
+      StepHotList(-1);
+      break;
+    case u'.':
+      StepHotList(+1);
+      break;
+    case u'm':
+      BacktestCurrent(false);
+      break;
+    case u'a':
+      BacktestCurrent(false);
+      backtestWindow_->hide();
+      break;
+    case u'l':
+      AskStopLoss();
+      break;
+    default:
+      break;
+  }
+  ShowView();
+}
+
+void MainFrm::SetView(int view) {
+  session_->chartReady = true;
+  session_->config.currentView = static_cast<int16_t>(view);
+}
+
+std::optional<QString> MainFrm::Ask(const QString& title, const QString& prompt) {
+  return dialogs_.askText(this, title, prompt);
+}
+
+void MainFrm::Refuse(const QString& message) {
+  dialogs_.message(this, QStringLiteral("Error"), message, Dialogs::Icon::kCritical);
+}
+
+void MainFrm::AskRSDays() {
+  const auto answer = Ask(QStringLiteral("RS Day Comparison ..."),
+                          QStringLiteral("Enter number of days to do RS comparison?"));
+  if (!answer) return;
+  const std::optional<int16_t> days = TypedShort(*answer);
+  if (!days) return Refuse(NotAWholeNumberMessage(*answer, QStringLiteral("RS days")));
+  session_->config.rsDayCurr = *days;
+  UpdateLights();
+}
+
+void MainFrm::AskUnusualVolume() {
+  const auto answer =
+      Ask(QStringLiteral("Unusual Volume"), QStringLiteral("Enter the unusual volume %age"));
+  if (!answer) return;
+  const std::optional<double> x = TypedDouble(*answer);
+  if (!x) return Refuse(NotANumberMessage(*answer, QStringLiteral("The unusual volume %age")));
+  // A fraction is taken as it is, a larger number as a percentage; 0, below and exactly 1 are
+  // ignored.
+  if (*x > 0 && *x < 1) {
+    session_->config.unusualVolumePercentage = *x;
+  } else if (*x > 1) {
+    session_->config.unusualVolumePercentage = *x / 100;
+  }
+  UpdateLights();
+}
+
+void MainFrm::AskBuyMode() {
+  const auto answer =
+      Ask(QStringLiteral("Buy Mode"), QStringLiteral("Enter buy mode 1=BoxTop, 2=bounce? "));
+  if (!answer) return;
+  const std::optional<int16_t> mode = TypedShort(*answer);
+  if (!mode) return Refuse(NotAWholeNumberMessage(*answer, QStringLiteral("The buy mode")));
+  if (*mode == 1 || *mode == 2) session_->config.buyMode = *mode;
+}
+
+void MainFrm::AskStopLoss() {
+  const auto answer =
+      Ask(QStringLiteral("Stoploss ..."), QStringLiteral("Enter stop loss percentage?"));
+  if (!answer) return;
+  const std::optional<double> x = TypedDouble(*answer);
+  if (!x) return Refuse(NotANumberMessage(*answer, QStringLiteral("The stop loss")));
+  // Dollars below the box bottom, stored as typed (unlike the unusual volume, no division).
+  session_->config.stopLossLimit = *x;
+  UpdateLights();
+}
+
+void MainFrm::AskFilter() {
+  const auto answer =
+      Ask(QStringLiteral("Open Filter ..."), QStringLiteral("Enter the name of the inc file"));
+  if (!answer) return;
+  Guarded([&] { session_->SelectList(answer->toStdString()); });
+  FillHotList();
+}
+
+void MainFrm::JumpTo() {
+  const auto answer = Ask(QStringLiteral("Jump to ..."), QStringLiteral("Enter the Stock Symbol"));
+  if (!answer) return;
+  if (session_->config.StockFilePath.empty()) {
+    dialogs_.message(this, QStringLiteral("Error"),
+                     QStringLiteral("Please set a default path before using the jump feature"),
+                     Dialogs::Icon::kNone);
+    return;
+  }
+  // The symbol exactly as typed; the information page stays as it was.
+  Guarded([&] { session_->ShowSymbol(answer->toStdString()); });
+}
+
+void MainFrm::ToggleUnusualVolume() {
+  bool& on = session_->config.useUnusualVolume;
+  on = !on;
+  dialogs_.message(this, QStringLiteral("Use Unusual Volume Status"),
+                   on ? QStringLiteral("Use Unusual Volume Enabled")
+                      : QStringLiteral("Use Unusual Volume Disabled"),
+                   Dialogs::Icon::kInformation);
+}
+
+void MainFrm::ToggleRSCheck() {
+  bool& on = session_->config.rsCheckEnabled;
+  on = !on;
+  dialogs_.message(this, QStringLiteral("RS Check Status"),
+                   on ? QStringLiteral("RS Check Enabled") : QStringLiteral("RS Check Disabled"),
+                   Dialogs::Icon::kInformation);
+  UpdateLights();
+}
+
+void MainFrm::StepHotList(int delta) {
+  runs::Session& s = *session_;
+  const int rows = static_cast<int>(s.symbols.size());
+  if (rows == 0) return;
+  // A cursor left beyond a shorter list by an earlier one starts again at the near end.
+  int row = s.hotListCursor + delta;
+  if (row < 0 || row >= rows) row = delta < 0 ? rows - 1 : 0;
+  s.hotListCursor = row;
+  Guarded([&] { s.ShowSymbol(s.symbols[static_cast<size_t>(row)]); });
+}
+
+void MainFrm::BacktestCurrent(bool signalMode) {
+  runs::Session& s = *session_;
+  Guarded([&] { s.tester().Backtest(false, signalMode, true, true, s.config.rsCheckEnabled); });
+  backtestWindow_->ShowLog(s.log().text());
+}
+
+void MainFrm::EditCurrent() {
+  if (IncListBox_->currentIndex() < 0) return;
+  const std::filesystem::path file = std::filesystem::path(session_->config.IncFilePath) /
+                                     IncListBox_->currentText().toStdString();
+  // Handed to the desktop as one path, never through a shell, so spaces and quotes in the
+  // name reach the editor intact.
+  QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file.string())));
+}
+
+}  // namespace halvard::gui

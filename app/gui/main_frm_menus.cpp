@@ -1,0 +1,131 @@
+// The menus of the main window: captions and access keys as users know them, each entry a call
+// on the library. Entries whose windows are not part of this program yet are shown disabled.
+
+#include <QAction>
+#include <QComboBox>
+#include <QMenu>
+#include <QMenuBar>
+
+#include "dialogs.h"
+#include "halvard/runs/fundamentals_commands.h"
+#include "halvard/runs/scan_commands.h"
+#include "halvard/runs/scans.h"
+#include "main_frm.h"
+#include "options_dialog.h"
+
+namespace halvard::gui {
+namespace {
+
+QAction* AddEntry(QMenu* menu, const char* objectName, const QString& caption) {
+  QAction* action = menu->addAction(caption);
+  action->setObjectName(QString::fromLatin1(objectName));
+  return action;
+}
+
+QAction* AddLater(QMenu* menu, const char* objectName, const QString& caption) {
+  QAction* action = AddEntry(menu, objectName, caption);
+  action->setEnabled(false);
+  return action;
+}
+
+// The Scans menu in its order, by the captions of the library's scan table.
+struct ScanEntry {
+  const char* objectName;
+  const char* caption;
+};
+constexpr ScanEntry kScanEntries[] = {
+    {"wk52HighMnu", "52 Week High"},
+    {"xHiMnu", "X High"},
+    {"uvScanMnu", "Unusual Volume"},
+    {"spBoxScanMnu", "Corvanes"},
+    {"inboxScanMnu", "In a Box"},
+    {"belowStopLossScanmnu", "Below Stop Loss"},
+    {"bsScanMnu", "Buy Signal Scan"},
+    {"incEPSScanMnuItem", "Increasing EPS Scan"},
+    {"incRSScanMnuItem", "Increasing RS Scan"},
+    {"topEPSRankScanMnu", "Top EPS Rank Scan"},
+    {"topRSRankScanMnuItem", "Top RS Rank Scan"},
+};
+
+const runs::ScanCommand* ScanByCaption(std::string_view caption) {
+  for (const runs::ScanCommand& c : runs::ScanCommands()) {
+    if (c.caption == caption) return &c;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void MainFrm::BuildMenus() {
+  QMenuBar* bar = menuBar();
+
+  QMenu* file = bar->addMenu(QStringLiteral("&File"));
+  connect(AddEntry(file, "exitMnuItem", QStringLiteral("E&xit")), &QAction::triggered, this,
+          [this] { EndProgram(false); });
+
+  QMenu* lists = bar->addMenu(QStringLiteral("&Watch Lists"));
+  AddLater(lists, "screenerMnu", QStringLiteral("Sc&reener"));
+  AddLater(lists, "downloaderMnu", QStringLiteral("&Downloader"));
+  AddLater(lists, "boolOpMnu", QStringLiteral("&Boolean Operations"));
+  connect(AddEntry(lists, "editCurrentWatchListMnu", QStringLiteral("&Edit Current")),
+          &QAction::triggered, this, &MainFrm::EditCurrent);
+
+  QMenu* scans = bar->addMenu(QStringLiteral("&Scans"));
+  for (const ScanEntry& entry : kScanEntries) {
+    const runs::ScanCommand* command = ScanByCaption(entry.caption);
+    QAction* action = AddEntry(scans, entry.objectName, QString::fromLatin1(entry.caption));
+    action->setEnabled(command != nullptr);
+    if (command != nullptr) {
+      connect(action, &QAction::triggered, this, [this, command] { RunScan(*command); });
+    }
+  }
+
+  QMenu* trade = bar->addMenu(QStringLiteral("&Trade"));
+  AddLater(trade, "backTestMnu", QStringLiteral("&BackTest WatchList"));
+  connect(AddEntry(trade, "backTestCurrMnu", QStringLiteral("BackTest &Current")),
+          &QAction::triggered, this, [this] { BacktestCurrent(false); });
+
+  QMenu* boxes = bar->addMenu(QStringLiteral("&Boxes"));
+  connect(AddEntry(boxes, "jumpToMnuItem", QStringLiteral("&Jump To")), &QAction::triggered, this,
+          [this] { KeyCommand(u'j'); });
+
+  QMenu* view = bar->addMenu(QStringLiteral("&View"));
+  const std::pair<const char*, const char*> views[] = {
+      {"fiveDayViewMnuItem", "&5 Day View"},      {"oneMonthViewMnu", "&One Month View"},
+      {"threeMonthViewMnu", "&Three Month View"}, {"sixMonthViewMnu", "&Six Month View"},
+      {"oneYearViewMnu", "One &Year View"},
+  };
+  for (int i = 0; i < 5; ++i) {
+    connect(AddEntry(view, views[i].first, QString::fromLatin1(views[i].second)),
+            &QAction::triggered, this, [this, i] {
+              SetView(i + 1);
+              ShowView();
+            });
+  }
+
+  QMenu* tools = bar->addMenu(QStringLiteral("&Tools"));
+  AddTools(tools);
+  connect(AddEntry(tools, "optionsMnuItem", QStringLiteral("&Options")), &QAction::triggered, this,
+          &MainFrm::OpenOptions);
+
+  QMenu* help = bar->addMenu(QStringLiteral("&Help"));
+  AddEntry(help, "aboutMnuItem", QStringLiteral("&About"));
+}
+
+void MainFrm::RunScan(const runs::ScanCommand& command) {
+  runs::Session& s = *session_;
+  // A cancelled or failed scan offers nothing to save: its list would be incomplete.
+  if (!RunLong([&](platform::Progress& p) { command.run(s, p); })) return;
+  const QString file = dialogs_.saveWatchList(this, QString::fromStdString(s.config.IncFilePath),
+                                              QString::fromStdString(command.listName(s.config)));
+  if (!file.isEmpty()) Guarded([&] { runs::SaveResultList(s, file.toStdString()); });
+  RefreshIncList();
+}
+
+void MainFrm::OpenOptions() {
+  OptionsDialog dialog(
+      session_->config, [this] { session_->WriteSettings(); }, dialogs_, this);
+  dialog.exec();
+}
+
+}  // namespace halvard::gui

@@ -1,0 +1,224 @@
+#include "options_dialog.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <optional>
+
+#include "dialogs.h"
+#include "halvard/platform/number_text.h"
+#include "typed_number.h"
+
+namespace halvard::gui {
+namespace {
+
+QWidget* NewPage(QTabWidget* tabs, const QString& caption) {
+  auto* page = new QWidget(tabs);
+  page->setObjectName(QStringLiteral("picOptions"));
+  tabs->addTab(page, caption);
+  return page;
+}
+
+QString Text(double value) {
+  return QString::fromStdString(platform::FormatGeneral(value));
+}
+
+// A path field with its folder button beside it.
+QLineEdit* AddPathRow(QFormLayout* form, const char* field, const char* button,
+                      const QString& label) {
+  auto* row = new QWidget;
+  auto* box = new QHBoxLayout(row);
+  box->setContentsMargins(0, 0, 0, 0);
+  auto* edit = new QLineEdit(row);
+  edit->setObjectName(QString::fromLatin1(field));
+  edit->setMinimumWidth(320);
+  auto* pick = new QPushButton(QStringLiteral("..."), row);
+  pick->setObjectName(QString::fromLatin1(button));
+  box->addWidget(edit, 1);
+  box->addWidget(pick);
+  form->addRow(label, row);
+  return edit;
+}
+
+}  // namespace
+
+OptionsDialog::OptionsDialog(settings::Config& config, std::function<void()> save, Dialogs& dialogs,
+                             QWidget* parent)
+    : QDialog(parent),
+      config_(config),
+      save_(std::move(save)),
+      dialogs_(dialogs),
+      tbsOptions_(new QTabWidget(this)) {
+  setObjectName(QStringLiteral("frmOptions"));
+  setWindowTitle(QStringLiteral("Options"));
+  setModal(true);
+  tbsOptions_->setObjectName(QStringLiteral("tbsOptions"));
+
+  auto* paths = new QFormLayout(NewPage(tbsOptions_, QStringLiteral("Configuration")));
+  tbsOptions_->setTabToolTip(0, QStringLiteral("Set Paths to Various Directories"));
+  incPath_ = AddPathRow(paths, "incPath", "ifPathBtn", QStringLiteral("Inc File Path"));
+  stockPath_ = AddPathRow(paths, "stockPath", "sfPathBtn", QStringLiteral("Stock File Path"));
+
+  auto* trading = new QFormLayout(NewPage(tbsOptions_, QStringLiteral("&Trading Options")));
+  buyModeCombo_ = new QComboBox;
+  buyModeCombo_->setObjectName(QStringLiteral("buyModeCombo"));
+  buyModeCombo_->addItems({QStringLiteral("boxTop"), QStringLiteral("bounce")});
+  trading->addRow(QStringLiteral("Buy Mode"), buyModeCombo_);
+  rsCheckEnabled_ = new QCheckBox(QStringLiteral("RS Check Enabled"));
+  rsCheckEnabled_->setObjectName(QStringLiteral("rsCheckEnabled"));
+  trading->addRow(rsCheckEnabled_);
+  uvEnabled_ = new QCheckBox(QStringLiteral("Use Unusual Volume"));
+  uvEnabled_->setObjectName(QStringLiteral("uvEnabled"));
+  trading->addRow(uvEnabled_);
+  slLimit_ = AddField(trading, "slLimit", QStringLiteral("Stop Loss Limit"));
+  rsLimit_ = AddField(trading, "rsLimit", QStringLiteral("RS Days Limit"));
+  uvLimit_ = AddField(trading, "uvLimit", QStringLiteral("Unusual Volume Percentage"));
+
+  auto* scans = new QFormLayout(NewPage(tbsOptions_, QStringLiteral("&Scan Options")));
+  RSRankScanPercent_ =
+      AddField(scans, "RSRankScanPercent", QStringLiteral("RS Rank Scan Top %age"));
+  EPSRankScanPercent_ =
+      AddField(scans, "EPSRankScanPercent", QStringLiteral("EPS Rank Scan Top %age"));
+  enableGraphShowing_ = new QCheckBox(QStringLiteral("Update Graphs During Scans"));
+  enableGraphShowing_->setObjectName(QStringLiteral("enableGraphShowing"));
+  scans->addRow(enableGraphShowing_);
+  BoxScanPeriod_ = AddField(scans, "BoxScanPeriod", QStringLiteral("Period for other scans"));
+  XWeekPeriod_ = AddField(scans, "XWeekPeriod", QStringLiteral("Period for X week High"));
+  XQuantity_ = AddField(scans, "XQuantity", QStringLiteral("For X Week High, X ="));
+  f2weekPeriod_ = AddField(scans, "f2weekPeriod", QStringLiteral("Period for 52 week High"));
+
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
+  buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
+  buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Cancel"));
+  connect(buttons, &QDialogButtonBox::accepted, this, &OptionsDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &OptionsDialog::reject);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(tbsOptions_);
+  layout->addWidget(buttons);
+
+  // The one control that takes effect at once.
+  connect(enableGraphShowing_, &QCheckBox::clicked, this,
+          [this](bool checked) { config_.enableGraphUpdate = checked; });
+  const auto pick = [this](QLineEdit* field, const QString& title) {
+    const QString folder = dialogs_.pickFolder(this, title, field->text());
+    if (!folder.isEmpty()) field->setText(folder);
+  };
+  connect(findChild<QPushButton*>(QStringLiteral("ifPathBtn")), &QPushButton::clicked, this,
+          [this, pick] { pick(incPath_, QStringLiteral("Inc Files Path")); });
+  connect(findChild<QPushButton*>(QStringLiteral("sfPathBtn")), &QPushButton::clicked, this,
+          [this, pick] { pick(stockPath_, QStringLiteral("Stock Files Path")); });
+  // Ctrl+Tab alone goes forward and wraps from the last page to the first.
+  auto* next = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), this);
+  connect(next, &QShortcut::activated, this, &OptionsDialog::NextTab);
+
+  Load();
+}
+
+QLineEdit* OptionsDialog::AddField(QFormLayout* form, const char* objectName,
+                                   const QString& label) {
+  auto* edit = new QLineEdit;
+  edit->setObjectName(QString::fromLatin1(objectName));
+  form->addRow(label, edit);
+  return edit;
+}
+
+void OptionsDialog::Load() {
+  adjustSize();
+  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    move(screen->availableGeometry().center() - rect().center());
+  }
+  tbsOptions_->setCurrentIndex(0);
+  const settings::Config& c = config_;
+  incPath_->setText(QString::fromStdString(c.IncFilePath));
+  stockPath_->setText(QString::fromStdString(c.StockFilePath));
+  // buyMode 1 is the first item; a value with no item shows none.
+  buyModeCombo_->setCurrentIndex(c.buyMode - 1 >= 0 && c.buyMode - 1 < 2 ? c.buyMode - 1 : -1);
+  rsCheckEnabled_->setChecked(c.rsCheckEnabled);
+  uvEnabled_->setChecked(c.useUnusualVolume);
+  slLimit_->setText(Text(c.stopLossLimit));
+  rsLimit_->setText(QString::number(c.rsDayCurr));
+  uvLimit_->setText(Text(c.unusualVolumePercentage));
+  RSRankScanPercent_->setText(QString::number(c.RSRankScanPercentage));
+  EPSRankScanPercent_->setText(QString::number(c.EPSRankScanPercentage));
+  enableGraphShowing_->setChecked(c.enableGraphUpdate);
+  BoxScanPeriod_->setText(QString::number(c.periodBoxScan));
+  XWeekPeriod_->setText(QString::number(c.periodXweek));
+  XQuantity_->setText(QString::number(c.periodXQuantity));
+  f2weekPeriod_->setText(QString::number(c.period52week));
+}
+
+void OptionsDialog::NextTab() {
+  tbsOptions_->setCurrentIndex((tbsOptions_->currentIndex() + 1) % tbsOptions_->count());
+}
+
+void OptionsDialog::accept() {
+  // Every number is read before anything is stored, so a bad field changes nothing.
+  bool failed = false;
+  const auto refuse = [&](QLineEdit* field, const QString& message) {
+    if (failed) return;
+    failed = true;
+    for (int i = 0; i < tbsOptions_->count(); ++i) {
+      if (tbsOptions_->widget(i)->isAncestorOf(field)) tbsOptions_->setCurrentIndex(i);
+    }
+    dialogs_.message(this, QStringLiteral("Error"), message, Dialogs::Icon::kCritical);
+    field->setFocus();
+    field->selectAll();
+  };
+  const auto whole = [&](QLineEdit* field, const QString& what) {
+    const std::optional<int16_t> n = TypedShort(field->text());
+    if (!n) refuse(field, NotAWholeNumberMessage(field->text(), what));
+    return n.value_or(0);
+  };
+  const auto real = [&](QLineEdit* field, const QString& what) {
+    const std::optional<double> x = TypedDouble(field->text());
+    if (!x) refuse(field, NotANumberMessage(field->text(), what));
+    return x.value_or(0);
+  };
+  const int16_t rsDays = whole(rsLimit_, QStringLiteral("RS Days Limit"));
+  const double uvPercentage = real(uvLimit_, QStringLiteral("Unusual Volume Percentage"));
+  const double stopLoss = real(slLimit_, QStringLiteral("Stop Loss Limit"));
+  const int16_t p52 = whole(f2weekPeriod_, QStringLiteral("Period for 52 week High"));
+  const int16_t pX = whole(XWeekPeriod_, QStringLiteral("Period for X week High"));
+  const int16_t qX = whole(XQuantity_, QStringLiteral("For X Week High, X"));
+  const int16_t pBox = whole(BoxScanPeriod_, QStringLiteral("Period for other scans"));
+  const int16_t eps = whole(EPSRankScanPercent_, QStringLiteral("EPS Rank Scan Top %age"));
+  const int16_t rs = whole(RSRankScanPercent_, QStringLiteral("RS Rank Scan Top %age"));
+  if (failed) return;
+
+  settings::Config& c = config_;
+  c.StockFilePath = stockPath_->text().toStdString();
+  c.IncFilePath = incPath_->text().toStdString();
+  c.useUnusualVolume = uvEnabled_->isChecked();
+  c.rsCheckEnabled = rsCheckEnabled_->isChecked();
+  c.buyMode = static_cast<int16_t>(buyModeCombo_->currentIndex() + 1);
+  c.rsDayCurr = rsDays;
+  c.unusualVolumePercentage = uvPercentage;
+  c.stopLossLimit = stopLoss;
+  c.period52week = p52;
+  c.periodXweek = pX;
+  c.periodXQuantity = qX;
+  c.periodBoxScan = pBox;
+  c.EPSRankScanPercentage = eps;
+  c.RSRankScanPercentage = rs;
+  try {
+    save_();
+  } catch (const std::exception& e) {
+    dialogs_.message(this, QStringLiteral("Error"), QString::fromStdString(e.what()),
+                     Dialogs::Icon::kCritical);
+    return;
+  }
+  QDialog::accept();
+}
+
+}  // namespace halvard::gui

@@ -1,0 +1,66 @@
+#pragma once
+// OptionsDialog (frmOptions, "Options"): edits the settings on three pages. Every control is
+// filled from the Config when the dialog opens; OK writes every value back in a fixed order and
+// saves the settings. The graph check box is the one control that acts at once: Cancel does not
+// undo it. A numeric field that does not hold a number stops OK with a message before anything
+// is written, so the settings never end up half-changed.
+
+#include <QDialog>
+#include <functional>
+
+#include "halvard/settings/config.h"
+
+class QCheckBox;
+class QFormLayout;
+class QComboBox;
+class QLineEdit;
+class QTabWidget;
+
+namespace halvard::gui {
+
+class Dialogs;
+
+class OptionsDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  // save writes the settings to the store (after OK has set them).
+  OptionsDialog(settings::Config& config, std::function<void()> save, Dialogs& dialogs,
+                QWidget* parent = nullptr);
+
+  QTabWidget* tabs() const { return tbsOptions_; }
+
+ public slots:
+  void accept() override;  // cmdOK
+
+ private:
+  void Load();
+  void NextTab();
+  QLineEdit* AddField(QFormLayout* form, const char* objectName, const QString& label);
+
+  settings::Config& config_;
+  std::function<void()> save_;
+  Dialogs& dialogs_;
+
+  QTabWidget* tbsOptions_;
+  // Configuration
+  QLineEdit* incPath_;
+  QLineEdit* stockPath_;
+  // Trading Options
+  QComboBox* buyModeCombo_;
+  QCheckBox* rsCheckEnabled_;
+  QCheckBox* uvEnabled_;
+  QLineEdit* slLimit_;
+  QLineEdit* rsLimit_;
+  QLineEdit* uvLimit_;
+  // Scan Options
+  QLineEdit* RSRankScanPercent_;
+  QLineEdit* EPSRankScanPercent_;
+  QCheckBox* enableGraphShowing_;
+  QLineEdit* BoxScanPeriod_;
+  QLineEdit* XWeekPeriod_;
+  QLineEdit* XQuantity_;
+  QLineEdit* f2weekPeriod_;
+};
+
+}  // namespace halvard::gui

@@ -1,0 +1,82 @@
+#pragma once
+// What the window tests share: dialogs that answer from a script and remember what was shown,
+// and a private copy of the bundled samples with its own settings file, so no test touches the
+// user's settings or the source tree.
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "dialogs.h"
+#include "halvard/settings/config.h"
+#include "main_frm.h"
+
+namespace halvard::gui::testing {
+
+class FakeDialogs : public Dialogs {
+ public:
+  struct Shown {
+    QString title, text;
+    Icon icon;
+  };
+
+  // The answers the next prompts get, in order; a null QString, or none left, cancels.
+  std::deque<QString> answers;
+  QString saveAnswer;    // the file chosen in the save dialog (empty: cancelled)
+  QString folderAnswer;  // the folder picked (empty: cancelled)
+
+  std::vector<Shown> messages;
+  std::vector<QString> prompts;        // "title / prompt"
+  std::vector<QString> proposedSaves;  // "folder / proposed name"
+
+  void message(QWidget*, const QString& title, const QString& text, Icon icon) override {
+    messages.push_back({title, text, icon});
+  }
+  std::optional<QString> askText(QWidget*, const QString& title, const QString& prompt) override {
+    prompts.push_back(title + " / " + prompt);
+    if (answers.empty()) return std::nullopt;
+    const QString answer = answers.front();
+    answers.pop_front();
+    if (answer.isNull()) return std::nullopt;
+    return std::make_optional(answer);
+  }
+  QString saveWatchList(QWidget*, const QString& folder, const QString& proposed) override {
+    proposedSaves.push_back(folder + " / " + proposed);
+    return saveAnswer;
+  }
+  QString pickFolder(QWidget*, const QString&, const QString&) override { return folderAnswer; }
+};
+
+// Every setting as "Section/Value Name=text", to compare two states of the settings.
+inline QStringList SettingLines(const settings::Config& config) {
+  QStringList lines;
+  for (const settings::SettingText& s : settings::SettingsAsText(config)) {
+    lines << QString::fromStdString(s.section + "/" + s.name + "=" + s.text);
+  }
+  return lines;
+}
+
+class Workspace {
+ public:
+  // A copy of the bundled price files and watch lists (or two empty folders).
+  explicit Workspace(bool withSamples = true);
+
+  QString stocks() const { return dir_.filePath(QStringLiteral("data")); }
+  QString lists() const { return dir_.filePath(QStringLiteral("watchlists")); }
+  QString settingsFile() const { return dir_.filePath(QStringLiteral("settings.ini")); }
+  QString settingsText() const;
+  void writeSettings(const QString& text) const;
+  void writeList(const QString& name, const QString& text) const;
+
+  MainFrm::StartOptions start() const;
+  std::unique_ptr<MainFrm> open(Dialogs& dialogs) const;
+
+ private:
+  QTemporaryDir dir_;
+};
+
+}  // namespace halvard::gui::testing

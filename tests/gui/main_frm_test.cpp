@@ -1,0 +1,406 @@
+// The main window driven as a user drives it: start-up, list selection, the keys and the menus,
+// on a private copy of the bundled samples.
+
+#include <QAction>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+#include <QTimer>
+
+#include "backtest_window.h"
+#include "gui_test_support.h"
+#include "halvard/settings/config.h"
+#include "progress_window.h"
+
+namespace halvard::gui::testing {
+namespace {
+
+QStringList Settings(MainFrm& w) {
+  return SettingLines(w.config());
+}
+
+bool LabelShown(MainFrm& w) {
+  return !w.findChild<QLabel*>(QStringLiteral("notDownloadedError"))->isHidden();
+}
+
+QString StatusPanel(MainFrm& w, int panel) {
+  return w.findChild<QLabel*>(QStringLiteral("statusPanel%1").arg(panel))->text();
+}
+
+}  // namespace
+
+class MainFrmTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void startUpForcesTheRSSettingsWhateverWasStored() {
+    Workspace ws;
+    ws.writeSettings(QStringLiteral("[View]\nShowRS=False\n[Batch]\nRS Days=5\nRS Check=False\n"));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    QVERIFY(w->config().showRS);
+    QVERIFY(w->config().rsCheckEnabled);
+    QCOMPARE(w->config().rsDayCurr, 10);
+    QVERIFY(dialogs.messages.empty());
+    w->close();  // closing writes the forced values back
+    QVERIFY(ws.settingsText().contains(QStringLiteral("RS Days=10")));
+    QVERIFY(ws.settingsText().contains(QStringLiteral("ShowRS=True")));
+  }
+
+  void aMissingIndexFileSaysSoAndTurnsTheRSLineOff() {
+    Workspace ws;
+    QVERIFY(QFile::remove(ws.stocks() + "/^IXIC.txt"));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
+    QCOMPARE(dialogs.messages[0].text,
+             QStringLiteral("Unable to read ^IXIC.txt, Relative Strength Not Available"));
+    QVERIFY(!w->config().showRS);
+  }
+
+  void anEmptyListFolderSelectsNothing() {
+    Workspace ws(false);
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    QCOMPARE(lists->count(), 0);
+    QCOMPARE(lists->currentIndex(), -1);
+    QCOMPARE(w->findChild<QListWidget*>(QStringLiteral("HotList"))->count(), 0);
+    QVERIFY(!w->session().chartReady);
+    QVERIFY(LabelShown(*w));
+  }
+
+  void selectingAListShowsItsFirstSymbol() {
+    Workspace ws;
+    ws.writeList(QStringLiteral("zz.inc"), QStringLiteral("NOSUCH\r\nAMD\r\n"));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    auto* hot = w->findChild<QListWidget*>(QStringLiteral("HotList"));
+    QCOMPARE(lists->currentText(), QStringLiteral("sample.inc"));
+    QCOMPARE(hot->count(), static_cast<int>(w->session().symbols.size()));
+    QCOMPARE(hot->currentRow(), 0);
+    QVERIFY(w->session().chartReady);
+    QVERIFY(!LabelShown(*w));
+    QVERIFY(StatusPanel(*w, 2).startsWith(QStringLiteral("Last Day - ")));
+    QVERIFY(StatusPanel(*w, 1).endsWith(hot->item(0)->text()));
+
+    // Row 0 has no price file: the list still shows, the chart keeps what it had.
+    lists->setCurrentIndex(lists->findText(QStringLiteral("zz.inc")));
+    QCOMPARE(hot->count(), 2);
+    QCOMPARE(hot->item(0)->text(), QStringLiteral("NOSUCH"));
+    // Clicking a symbol loads it; the information page falls back to its defaults.
+    hot->setCurrentRow(1);
+    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AMD")));
+    QCOMPARE(w->findChild<QLabel*>(QStringLiteral("companyName"))->text(),
+             QStringLiteral("Company"));
+  }
+
+  void upperCaseLettersOnlyClearTheChart() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    const auto before = Settings(*w);
+    for (const QChar key : QStringLiteral("YRQOEUVLFJTGMA5")) {
+      if (key == u'5') continue;  // the one lower-case control: it redraws
+      w->KeyCommand(key);
+      QVERIFY2(!w->session().chartReady, qPrintable(QString(key)));
+      QVERIFY(LabelShown(*w));
+    }
+    QVERIFY(dialogs.prompts.empty());
+    QVERIFY(dialogs.messages.empty());
+    QVERIFY(Settings(*w) == before);
+    QVERIFY(!QFile::exists(ws.settingsFile()));  // "Q" is not "q": nothing was written
+    w->KeyCommand(u'5');
+    QVERIFY(w->session().chartReady);
+    QVERIFY(!LabelShown(*w));
+  }
+
+  // Typed keys reach the commands whichever list has focus, and the list does not also take
+  // them as a search for a symbol.
+  void keysTypedIntoTheListsAreCommands() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    w->show();
+    QVERIFY(QTest::qWaitForWindowActive(w.get()));
+    auto* hot = w->findChild<QListWidget*>(QStringLiteral("HotList"));
+    hot->setFocus();
+    QTest::keyClicks(hot, QStringLiteral("Y"));
+    QCOMPARE(w->config().currentView, 4);
+    QVERIFY(LabelShown(*w));
+    QTest::keyClicks(hot, QStringLiteral("y."));
+    QCOMPARE(w->config().currentView, 5);
+    QCOMPARE(w->session().hotListCursor, 1);
+    QCOMPARE(hot->currentRow(), 0);
+    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    lists->setFocus();
+    QTest::keyClicks(lists, QStringLiteral("5"));
+    QCOMPARE(w->config().currentView, 1);
+    // Arrow keys stay the list's own: the next row is selected and shown.
+    hot->setFocus();
+    QTest::keyClick(hot, Qt::Key_Down);
+    QCOMPARE(hot->currentRow(), 1);
+    QVERIFY(StatusPanel(*w, 1).endsWith(hot->item(1)->text()));
+  }
+
+  void viewKeysSetTheViewAndRedraw_data() {
+    QTest::addColumn<QChar>("key");
+    QTest::addColumn<int>("view");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("5") << QChar(u'5') << 1 << QStringLiteral("Five Day View - ");
+    QTest::newRow("1") << QChar(u'1') << 2 << QStringLiteral("Thirty Day View - ");
+    QTest::newRow("3") << QChar(u'3') << 3 << QStringLiteral("Ninety Day View - ");
+    QTest::newRow("6") << QChar(u'6') << 4 << QStringLiteral("Six Month View - ");
+    QTest::newRow("y") << QChar(u'y') << 5 << QStringLiteral("One Year View - ");
+  }
+  void viewKeysSetTheViewAndRedraw() {
+    QFETCH(QChar, key);
+    QFETCH(int, view);
+    QFETCH(QString, title);
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    w->KeyCommand(u'o');  // leaves the chart cleared
+    QVERIFY(LabelShown(*w));
+    w->KeyCommand(key);
+    QCOMPARE(w->config().currentView, view);
+    QVERIFY(!LabelShown(*w));
+    QVERIFY(StatusPanel(*w, 1).startsWith(title));
+  }
+
+  // "v": a fraction as it is, more than 1 as a percentage, 1 and below 0 ignored; text that is
+  // no number is refused with a message, a cancelled prompt changes nothing quietly.
+  void unusualVolumePrompt_data() {
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<double>("stored");
+    QTest::addColumn<bool>("refused");
+    QTest::newRow("1") << QString("1") << 0.25 << false;
+    QTest::newRow("0.5") << QString("0.5") << 0.5 << false;
+    QTest::newRow("50") << QString("50") << 0.5 << false;
+    QTest::newRow("-3") << QString("-3") << 0.25 << false;
+    QTest::newRow("0") << QString("0") << 0.25 << false;
+    QTest::newRow("abc") << QString("abc") << 0.25 << true;
+    QTest::newRow("empty") << QString("") << 0.25 << true;
+    QTest::newRow("cancel") << QString() << 0.25 << false;
+  }
+  void unusualVolumePrompt() {
+    QFETCH(QString, answer);
+    QFETCH(double, stored);
+    QFETCH(bool, refused);
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    dialogs.answers.push_back(answer);
+    w->KeyCommand(u'v');
+    QCOMPARE(dialogs.prompts.back(),
+             QStringLiteral("Unusual Volume / Enter the unusual volume %age"));
+    QCOMPARE(w->config().unusualVolumePercentage, stored);
+    QCOMPARE(dialogs.messages.size(), size_t{refused ? 1u : 0u});
+    if (refused) QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
+  }
+
+  // The other numeric prompts: what each stores and what each refuses.
+  void numericPrompts_data() {
+    QTest::addColumn<QChar>("key");
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<QString>("setting");  // "Section/Value Name"
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<bool>("refused");
+    QTest::newRow("u 3") << QChar(u'u') << "3"
+                         << "Batch/BuyMode"
+                         << "1" << false;
+    QTest::newRow("u 2") << QChar(u'u') << "2"
+                         << "Batch/BuyMode"
+                         << "2" << false;
+    QTest::newRow("u x") << QChar(u'u') << "x"
+                         << "Batch/BuyMode"
+                         << "1" << true;
+    QTest::newRow("r 15") << QChar(u'r') << "15"
+                          << "Batch/RS Days"
+                          << "15" << false;
+    QTest::newRow("r 40000") << QChar(u'r') << "40000"
+                             << "Batch/RS Days"
+                             << "10" << true;
+    QTest::newRow("l 0.5") << QChar(u'l') << "0.5"
+                           << "Batch/Stop Loss Limit"
+                           << "0.5" << false;
+    QTest::newRow("l 2") << QChar(u'l') << "2"
+                         << "Batch/Stop Loss Limit"
+                         << "2" << false;
+    QTest::newRow("l ten") << QChar(u'l') << "ten"
+                           << "Batch/Stop Loss Limit"
+                           << "0.125" << true;
+  }
+  void numericPrompts() {
+    QFETCH(QChar, key);
+    QFETCH(QString, answer);
+    QFETCH(QString, setting);
+    QFETCH(QString, expected);
+    QFETCH(bool, refused);
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    dialogs.answers.push_back(answer);
+    w->KeyCommand(key);
+    const QStringList names = setting.split('/');
+    const auto text =
+        settings::GetSettingText(w->config(), names[0].toStdString(), names[1].toStdString()).text;
+    QCOMPARE(QString::fromStdString(text), expected);
+    QCOMPARE(dialogs.messages.size(), size_t{refused ? 1u : 0u});
+    if (refused) QVERIFY(dialogs.messages[0].text.contains(answer));
+  }
+
+  void hotListCursorWrapsAndLeavesTheSelectionAlone() {
+    Workspace ws;
+    ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AMD\r\nAAL\r\nAVY\r\n"));
+    ws.writeList(QStringLiteral("b.inc"), QStringLiteral(""));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);  // a.inc comes first
+    auto* hot = w->findChild<QListWidget*>(QStringLiteral("HotList"));
+    runs::Session& s = w->session();
+    w->KeyCommand(u',');
+    QCOMPARE(s.hotListCursor, 2);
+    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AVY")));
+    w->KeyCommand(u'.');
+    QCOMPARE(s.hotListCursor, 0);
+    w->KeyCommand(u' ');
+    QCOMPARE(s.hotListCursor, 1);
+    QVERIFY(s.chartReady);
+    QCOMPARE(hot->currentRow(), 0);
+
+    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    lists->setCurrentIndex(lists->findText(QStringLiteral("b.inc")));
+    w->KeyCommand(u'.');
+    w->KeyCommand(u',');
+    QCOMPARE(s.hotListCursor, 1);
+    QVERIFY(!s.chartReady);
+  }
+
+  void togglesSayTheirNewState() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    w->KeyCommand(u'o');
+    w->KeyCommand(u'e');
+    w->KeyCommand(u'e');
+    QCOMPARE(dialogs.messages.size(), size_t{3});
+    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Use Unusual Volume Status"));
+    QCOMPARE(dialogs.messages[0].text, QStringLiteral("Use Unusual Volume Disabled"));
+    QCOMPARE(dialogs.messages[1].text, QStringLiteral("RS Check Disabled"));
+    QCOMPARE(dialogs.messages[2].text, QStringLiteral("RS Check Enabled"));
+    QVERIFY(!w->config().useUnusualVolume);
+    QVERIFY(LabelShown(*w));
+  }
+
+  void filterAndJumpLoadWhatWasTyped() {
+    Workspace ws;
+    ws.writeList(QStringLiteral("two.inc"), QStringLiteral("AVY\r\nAMD\r\n"));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    dialogs.answers = {QString("two"), QString("NOSUCH"), QString("AMD")};
+    w->KeyCommand(u'f');
+    QCOMPARE(w->session().listName, std::string("two"));
+    QCOMPARE(w->findChild<QListWidget*>(QStringLiteral("HotList"))->count(), 2);
+    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AVY")));
+    w->KeyCommand(u'j');
+    QVERIFY(LabelShown(*w));
+    w->KeyCommand(u'j');
+    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AMD")));
+
+    dialogs.answers = {QString("nosuchlist")};
+    w->KeyCommand(u'f');
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
+  }
+
+  void backtestKeysShowTheLogPane() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    w->KeyCommand(u'm');
+    QVERIFY(w->backtestWindow().isVisible());
+    QVERIFY(w->backtestWindow().text().contains(QStringLiteral("Backtesting - ")));
+    w->KeyCommand(u'a');
+    QVERIFY(!w->backtestWindow().isVisible());
+    QVERIFY(!w->session().chartReady);
+  }
+
+  void scansOfferTheirListName() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    dialogs.saveAnswer = ws.lists() + "/found.inc";
+    w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
+    w->findChild<QAction*>(QStringLiteral("xHiMnu"))->trigger();
+    QCOMPARE(dialogs.proposedSaves,
+             (std::vector<QString>{ws.lists() + " / buy", ws.lists() + " / 4WeekHigh"}));
+    QVERIFY(QFile::exists(ws.lists() + "/found.inc"));
+    QVERIFY(w->findChild<QComboBox*>(QStringLiteral("IncListBox"))->findText("found.inc") >= 0);
+    QVERIFY(!w->progressWindow().isVisible());
+  }
+
+  // While a scan runs the window keeps painting but takes no other command; Cancel stops it
+  // between two stocks and nothing is offered for saving.
+  void aCancelledScanSavesNothing() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    w->show();
+    bool menusWhileRunning = true;
+    QString shownWhileRunning;
+    QTimer::singleShot(0, w.get(), [&] {
+      menusWhileRunning = w->menuBar()->isEnabled();
+      shownWhileRunning = w->progressWindow().labelText() + " | " + w->progressWindow().countText();
+      QTest::keyClicks(w->findChild<QListWidget*>(QStringLiteral("HotList")), "y");
+      w->progressWindow().Cancel();
+    });
+    dialogs.saveAnswer = ws.lists() + "/never.inc";
+    w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
+    QVERIFY(!menusWhileRunning);
+    QCOMPARE(w->config().currentView, 4);  // the key typed meanwhile was no command
+    QCOMPARE(shownWhileRunning, QStringLiteral("Processing stock #0 of 39 | 1 of 40"));
+    QVERIFY(dialogs.proposedSaves.empty());
+    QVERIFY(!QFile::exists(ws.lists() + "/never.inc"));
+    QVERIFY(w->menuBar()->isEnabled());
+    QVERIFY(!w->progressWindow().isVisible());
+  }
+
+  // Every scan of the library has its menu entry; the windows still to come are disabled.
+  void theMenusOfferEveryScan() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    const QMenu* scans = w->menuBar()->findChildren<QMenu*>().at(2);
+    QCOMPARE(scans->title(), QStringLiteral("&Scans"));
+    QCOMPARE(scans->actions().size(), 11);
+    for (const QAction* a : scans->actions()) QVERIFY2(a->isEnabled(), qPrintable(a->text()));
+    for (const char* later : {"screenerMnu", "downloaderMnu", "boolOpMnu", "backTestMnu"}) {
+      QVERIFY(!w->findChild<QAction*>(QString::fromLatin1(later))->isEnabled());
+    }
+  }
+
+  void onlyClosingAndQWriteTheSettings() {
+    for (const int how : {0, 1, 2}) {  // Exit, "q", close
+      Workspace ws;
+      FakeDialogs dialogs;
+      auto w = ws.open(dialogs);
+      dialogs.answers.push_back(QString("2"));
+      w->KeyCommand(u'u');
+      if (how == 0) w->findChild<QAction*>(QStringLiteral("exitMnuItem"))->trigger();
+      if (how == 1) w->KeyCommand(u'q');
+      if (how == 2) w->close();
+      QCOMPARE(ws.settingsText().contains(QStringLiteral("BuyMode=2")), how != 0);
+    }
+  }
+};
+
+}  // namespace halvard::gui::testing
+
+QTEST_MAIN(halvard::gui::testing::MainFrmTest)
+#include "main_frm_test.moc"

@@ -1,0 +1,123 @@
+// The options dialog: what it shows, what OK writes, what Cancel keeps.
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+#include "gui_test_support.h"
+#include "options_dialog.h"
+
+namespace halvard::gui::testing {
+
+class OptionsDialogTest : public QObject {
+  Q_OBJECT
+
+  settings::Config config_;
+  int saves_ = 0;
+  FakeDialogs dialogs_;
+
+  std::unique_ptr<OptionsDialog> Open() {
+    return std::make_unique<OptionsDialog>(
+        config_, [this] { ++saves_; }, dialogs_);
+  }
+  template <class T>
+  static T* Control(OptionsDialog& d, const char* name) {
+    return d.findChild<T*>(QString::fromLatin1(name));
+  }
+
+ private slots:
+  void init() {
+    config_ = settings::Config();
+    config_.StockFilePath = "/stocks";
+    config_.IncFilePath = "/lists";
+    config_.buyMode = 2;
+    config_.unusualVolumePercentage = 0.3;
+    config_.periodXQuantity = 7;
+    saves_ = 0;
+    dialogs_ = FakeDialogs();
+  }
+
+  void okWithoutChangesKeepsEverySettingAndSaves() {
+    const auto before = SettingLines(config_);
+    auto d = Open();
+    QCOMPARE(d->tabs()->currentIndex(), 0);
+    QCOMPARE(Control<QComboBox>(*d, "buyModeCombo")->currentText(), QStringLiteral("bounce"));
+    QCOMPARE(Control<QLineEdit>(*d, "uvLimit")->text(), QStringLiteral("0.3"));
+    Control<QPushButton>(*d, "cmdOK")->click();
+    QCOMPARE(d->result(), int(QDialog::Accepted));
+    QCOMPARE(saves_, 1);
+    QVERIFY(SettingLines(config_) == before);
+  }
+
+  void okWritesEveryControlBack() {
+    auto d = Open();
+    Control<QComboBox>(*d, "buyModeCombo")->setCurrentIndex(0);  // boxTop
+    Control<QLineEdit>(*d, "stockPath")->setText("/other");
+    Control<QLineEdit>(*d, "rsLimit")->setText("25");
+    Control<QLineEdit>(*d, "slLimit")->setText("0.75");
+    Control<QLineEdit>(*d, "XQuantity")->setText("9");
+    Control<QLineEdit>(*d, "EPSRankScanPercent")->setText("15");
+    Control<QCheckBox>(*d, "uvEnabled")->setChecked(false);
+    Control<QPushButton>(*d, "cmdOK")->click();
+    QCOMPARE(config_.buyMode, 1);
+    QCOMPARE(config_.StockFilePath, std::string("/other"));
+    QCOMPARE(config_.rsDayCurr, 25);
+    QCOMPARE(config_.stopLossLimit, 0.75);
+    QCOMPARE(config_.periodXQuantity, 9);
+    QCOMPARE(config_.EPSRankScanPercentage, 15);
+    QVERIFY(!config_.useUnusualVolume);
+  }
+
+  void aFieldThatIsNoNumberStopsOkAndChangesNothing() {
+    const auto before = SettingLines(config_);
+    auto d = Open();
+    d->show();
+    Control<QLineEdit>(*d, "stockPath")->setText("/other");
+    Control<QLineEdit>(*d, "f2weekPeriod")->setText("twelve");
+    Control<QPushButton>(*d, "cmdOK")->click();
+    QVERIFY(d->isVisible());
+    QCOMPARE(saves_, 0);
+    QVERIFY(SettingLines(config_) == before);
+    QCOMPARE(dialogs_.messages.size(), size_t{1});
+    QVERIFY(dialogs_.messages[0].text.contains(QStringLiteral("twelve")));
+    QCOMPARE(d->tabs()->currentIndex(), 2);  // the page of the bad field
+  }
+
+  void theGraphCheckBoxActsAtOnceAndCancelKeepsIt() {
+    auto d = Open();
+    Control<QCheckBox>(*d, "enableGraphShowing")->click();
+    QVERIFY(!config_.enableGraphUpdate);
+    Control<QPushButton>(*d, "cmdCancel")->click();
+    QVERIFY(!config_.enableGraphUpdate);
+    QCOMPARE(saves_, 0);
+  }
+
+  void ctrlTabWrapsFromTheLastPage() {
+    auto d = Open();
+    d->show();
+    QVERIFY(QTest::qWaitForWindowActive(d.get()));
+    d->tabs()->setCurrentIndex(2);
+    QTest::keyClick(Control<QLineEdit>(*d, "XQuantity"), Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(d->tabs()->currentIndex(), 0);
+    QTest::keyClick(Control<QLineEdit>(*d, "incPath"), Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(d->tabs()->currentIndex(), 1);
+  }
+
+  void folderPickersFillTheirFieldUnlessCancelled() {
+    auto d = Open();
+    dialogs_.folderAnswer = "/picked";
+    Control<QPushButton>(*d, "sfPathBtn")->click();
+    QCOMPARE(Control<QLineEdit>(*d, "stockPath")->text(), QStringLiteral("/picked"));
+    dialogs_.folderAnswer.clear();
+    Control<QPushButton>(*d, "ifPathBtn")->click();
+    QCOMPARE(Control<QLineEdit>(*d, "incPath")->text(), QStringLiteral("/lists"));
+  }
+};
+
+}  // namespace halvard::gui::testing
+
+QTEST_MAIN(halvard::gui::testing::OptionsDialogTest)
+#include "options_dialog_test.moc"
