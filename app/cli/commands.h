@@ -19,6 +19,7 @@ void AddSetOpsCommand(CLI::App& app, const GlobalOptions& options);
 void AddDownloadCommand(CLI::App& app, const GlobalOptions& options);
 void AddScheduleCommand(CLI::App& app, const GlobalOptions& options);
 void AddFundamentalsCommands(CLI::App& app, const GlobalOptions& options);
+void AddScreenCommand(CLI::App& app, const GlobalOptions& options);
 
 // Thrown by a command that has said what went wrong (a symbol that failed to download): the
 // program ends with status 1 and prints nothing more.

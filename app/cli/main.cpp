@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
   cli::AddScheduleCommand(app, options);
   cli::AddSetOpsCommand(app, options);
   cli::AddFundamentalsCommands(app, options);
+  cli::AddScreenCommand(app, options);
 
   try {
     app.parse(argc, argv);

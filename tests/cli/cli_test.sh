@@ -250,5 +250,45 @@ check "a name with a colon is refused" 2 "$rc"
 run "${sets[@]}" setops delete 1
 check "booldb.dat after delete" $'a.inc:intersect:b.inc:i\r' "$(cat "$scratch/sets/booldb.dat")"
 
+# The stock screener: the local screen on copies of three sample files (the expected symbols
+# read from the files with awk), and a screener service standing in on a local server that
+# serves the same page whatever the query, so the second page brings nothing new.
+mkdir -p "$scratch/scr/data" "$scratch/scr/lists" "$scratch/scrwww"
+for f in A.txt AAL.txt AMD.txt ^IXIC.txt; do cp "$samples/data/$f" "$scratch/scr/data/"; done
+scr=(--config "$scratch/scr.ini" --stock-dir "$scratch/scr/data" --list-dir "$scratch/scr/lists")
+aal=$(awk -F, 'NR==2{print $5}' "$scratch/scr/data/AAL.txt")
+expected=$(for f in A AAL AMD; do
+  awk -F, -v s=$f -v m="$aal" 'NR==2 && $5+0 >= m+0 {print s}' "$scratch/scr/data/$f.txt"
+done)
+run "${scr[@]}" screen --local --price-min "$aal" --beta-max 1 --market-cap-min 100
+check "screen --local: newest close at least AAL's" "$expected" "$out"
+check "screen --local names what it did not apply" \
+  "halvard: notice: not applied by the local screen: market capitalisation, beta" "$(tail -n 1 <<<"$err")"
+run "${scr[@]}" screen --local --price-min "$aal" --save dear
+check "screen --save writes the watch list" "$(sed 's/$/\r/' <<<"$expected")"$'\n\r' \
+  "$(cat "$scratch/scr/lists/dear.inc"; echo)"
+run "${scr[@]}" screen --local --price-min 9 --price-max 8
+check "screen: a minimum above the maximum is a usage error" 2 "$rc"
+run "${scr[@]}" screen --price-min 5
+check "screen without a service or --local is a usage error" 2 "$rc"
+
+printf 'Symbol,Name\r\n"XOM","Exxon Mobil"\r\nIBM,IBM\r\n' >"$scratch/scrwww/screen"
+sport=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+python3 -m http.server "$sport" --bind 127.0.0.1 --directory "$scratch/scrwww" 2>"$scratch/scr.log" >/dev/null &
+sserver=$!
+for _ in $(seq 50); do python3 -c "import socket; socket.create_connection(('127.0.0.1', $sport))" 2>/dev/null && break; sleep 0.1; done
+run "${scr[@]}" --set "Services/Screener Host=127.0.0.1:$sport" --set "Services/Pause=0" \
+  screen --industry "Oil & Gas" --price-min 5 --save big
+check "screen with the service" $'XOM\nIBM' "$out"
+check "screen saved the service's symbols" $'XOM\r\nIBM\r\n\r' "$(cat "$scratch/scr/lists/big.inc")"
+check "screen asked for pages 1 and 2" \
+  $'/screen?industry=Oil%20%26%20Gas&price=5..&page=1\n/screen?industry=Oil%20%26%20Gas&price=5..&page=2' \
+  "$(grep -o '/screen[^ ]*' "$scratch/scr.log")"
+rm "$scratch/scrwww/screen"
+run "${scr[@]}" --set "Services/Screener Host=127.0.0.1:$sport" screen --price-min 5
+check "screen: a failing page is an error naming it" \
+  "halvard: error: screener page 1 (http://127.0.0.1:$sport/screen?price=5..&page=1): HTTP status 404" "$err"
+kill "$sserver"
+
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

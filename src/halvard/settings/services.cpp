@@ -61,6 +61,7 @@ void VisitServices(ServiceSettings& s, Visitor&& visit) {
   visit("Tiingo Token", into(s.tiingoToken));
   visit("Quotes Host", into(s.quotesHost));
   visit("Profile Host", into(s.profileHost));
+  visit("Screener Host", into(s.screenerHost));
 }
 
 std::string Refusal(std::string_view name, std::string_view text, const std::string& expected) {
@@ -96,7 +97,7 @@ void SetServiceSettingFromText(ServiceSettings& services, std::string_view name,
   if (!found) {
     throw UsageError("there is no setting Services/" + std::string(name) +
                      " (Provider, Table Host, Chart Host, Stooq Host, Tiingo Host, Timeout, "
-                     "Pause, Tiingo Token, Quotes Host, Profile Host)");
+                     "Pause, Tiingo Token, Quotes Host, Profile Host, Screener Host)");
   }
 }
 

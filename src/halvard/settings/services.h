@@ -11,6 +11,8 @@
 //   Tiingo Token  the key of the tiingo service
 //   Quotes Host   base URL of the quotes line (name, exchange, EPS and estimates of a stock)
 //   Profile Host  base URL of the company profile pages (business summary and industry)
+//   Screener Host base URL of the stock screener service; empty (the default) when there is
+//                 none, since no public screener answers its query
 
 #include <string>
 #include <string_view>
@@ -32,6 +34,7 @@ struct ServiceSettings {
   std::string tiingoToken;
   std::string quotesHost = "http://download.finance.yahoo.com";
   std::string profileHost = "https://finance.yahoo.com";
+  std::string screenerHost;
 };
 
 // The stored section; missing values take their defaults. A value that does not convert (or a
