@@ -3,7 +3,7 @@ BUILD ?= build
 JOBS ?= 2
 CMAKE_FLAGS ?=
 
-.PHONY: all deps build test run bench asan clean
+.PHONY: all deps build test run bench asan package clean
 
 all: build
 
@@ -51,5 +51,15 @@ bench: deps build
 asan:
 	$(MAKE) test BUILD=build-asan CMAKE_FLAGS="-DHALVARD_SANITIZE=ON -DHALVARD_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug"
 
+# The Debian package (halvard600_VERSION_ARCH.deb in this folder): the -O2 build, stripped, installed
+# under /usr, without tests or benchmarks; its contents are checked before it is handed over.
+package: deps
+	cmake -S . -B build-package -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_INSTALL_PREFIX=/usr \
+	  -DHALVARD_TESTS=OFF -DHALVARD_BENCH=OFF
+	cmake --build build-package -j $(JOBS)
+	cd build-package && cpack
+	cp build-package/halvard600_*.deb .
+	scripts/check-package.sh halvard600_*.deb
+
 clean:
-	rm -rf build build-asan
+	rm -rf build build-asan build-package
