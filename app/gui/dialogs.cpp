@@ -23,14 +23,27 @@ std::optional<QString> QtDialogs::askText(QWidget* parent, const QString& title,
   return answer;
 }
 
-QString QtDialogs::saveWatchList(QWidget* parent, const QString& folder,
-                                 const QString& proposedName) {
-  QFileDialog dialog(parent, {}, folder, QStringLiteral("inc Files (*.inc)"));
+namespace {
+
+QString SaveDialog(QWidget* parent, const QString& folder, const QString& filter,
+                   const QString& proposedName) {
+  QFileDialog dialog(parent, {}, folder, filter);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(QStringLiteral("inc"));
   dialog.selectFile(proposedName);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().constFirst();
+}
+
+}  // namespace
+
+QString QtDialogs::saveWatchList(QWidget* parent, const QString& folder,
+                                 const QString& proposedName) {
+  return SaveDialog(parent, folder, QStringLiteral("inc Files (*.inc)"), proposedName);
+}
+
+QString QtDialogs::saveReport(QWidget* parent, const QString& folder) {
+  return SaveDialog(parent, folder, QStringLiteral("Text Files (*.txt)"), {});
 }
 
 QString QtDialogs::pickFolder(QWidget* parent, const QString& title, const QString& start) {

@@ -22,6 +22,9 @@ class Dialogs {
   // The file a watch list is saved to, proposed in folder under proposedName; empty when cancelled.
   virtual QString saveWatchList(QWidget* parent, const QString& folder,
                                 const QString& proposedName) = 0;
+  // The file a report is saved to: a text file, although a name typed without extension gets
+  // ".inc", as users of the reports know it. Empty when cancelled.
+  virtual QString saveReport(QWidget* parent, const QString& folder) = 0;
   // A folder picked under the given title; empty when cancelled.
   virtual QString pickFolder(QWidget* parent, const QString& title, const QString& start) = 0;
 };
@@ -34,6 +37,7 @@ class QtDialogs : public Dialogs {
                                  const QString& prompt) override;
   QString saveWatchList(QWidget* parent, const QString& folder,
                         const QString& proposedName) override;
+  QString saveReport(QWidget* parent, const QString& folder) override;
   QString pickFolder(QWidget* parent, const QString& title, const QString& start) override;
 };
 
@@ -45,6 +49,7 @@ class QuietDialogs : public Dialogs {
     return std::nullopt;
   }
   QString saveWatchList(QWidget*, const QString&, const QString&) override { return {}; }
+  QString saveReport(QWidget*, const QString&) override { return {}; }
   QString pickFolder(QWidget*, const QString&, const QString&) override { return {}; }
 };
 

@@ -1,7 +1,9 @@
 // halvard-gui: the desktop program of Halvard 600.
 //
 //   halvard-gui [--config FILE] [--stock-dir DIR] [--list-dir DIR]
-//               [--screenshot FILE.png [--list NAME] [--view 1-5] [--options-page 1-3]]
+//               [--screenshot FILE.png [--list NAME] [--view 1-5] [--options-page 1-3]
+//                                      [--window downloader|live|batch|boolean|
+//                                                screener]]
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -14,6 +16,7 @@
 
 namespace {
 
+using halvard::gui::kScreenshotWindows;
 using halvard::gui::MainFrm;
 
 int UsageError(const QString& message) {
@@ -63,13 +66,19 @@ int main(int argc, char** argv) {
       QStringLiteral("options-page"),
       QStringLiteral("With --screenshot: a picture of the options dialog on this page"),
       QStringLiteral("1-3"));
-  parser.addOptions({config, stockDir, listDir, screenshot, list, view, optionsPage});
+  const QCommandLineOption secondary(
+      QStringLiteral("window"),
+      QStringLiteral("With --screenshot: a picture of this window instead of the main window"),
+      kScreenshotWindows.join(u'|'));
+  parser.addOptions({config, stockDir, listDir, screenshot, list, view, optionsPage, secondary});
   parser.process(app);
 
   halvard::gui::ScreenshotRequest request;
   const bool picture = parser.isSet(screenshot);
-  if (!picture && (parser.isSet(list) || parser.isSet(view) || parser.isSet(optionsPage))) {
-    return UsageError(QStringLiteral("--list, --view and --options-page go with --screenshot"));
+  if (!picture && (parser.isSet(list) || parser.isSet(view) || parser.isSet(optionsPage) ||
+                   parser.isSet(secondary))) {
+    return UsageError(
+        QStringLiteral("--list, --view, --options-page and --window go with --screenshot"));
   }
   if (picture) {
     request.file = parser.value(screenshot);
@@ -81,6 +90,15 @@ int main(int argc, char** argv) {
     if (parser.isSet(optionsPage)) {
       request.optionsPage = Number(parser.value(optionsPage), 1, 3);
       if (!request.optionsPage) return UsageError(QStringLiteral("--options-page takes 1 to 3"));
+    }
+    if (parser.isSet(secondary)) {
+      request.window = parser.value(secondary);
+      if (!kScreenshotWindows.contains(request.window)) {
+        return UsageError(QStringLiteral("--window takes ") + kScreenshotWindows.join(", "));
+      }
+      if (request.optionsPage) {
+        return UsageError(QStringLiteral("--options-page and --window are two pictures; give one"));
+      }
     }
   }
 

@@ -125,6 +125,7 @@ void MainFrm::BuildWindow() {
   statusBar()->addWidget(statusText_, 1);
 
   downloadTimer_ = new DownloadTimer(session_->config, this);
+  connect(downloadTimer_, &DownloadTimer::due, this, &MainFrm::ScheduledDownload);
   progress_ = new ProgressWindow(this);
   backtestWindow_ = new BacktestWindow(this);
 
@@ -299,6 +300,7 @@ void MainFrm::closeEvent(QCloseEvent* event) {
   if (writeOnClose_) Guarded([&] { session_->WriteSettings(); });
   progress_->close();
   backtestWindow_->close();
+  CloseSecondaryWindows();
   event->accept();
 }
 

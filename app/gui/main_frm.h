@@ -4,6 +4,7 @@
 // and single key presses into calls on the library; everything it shows comes from the session.
 
 #include <QMainWindow>
+#include <QPointer>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -12,6 +13,7 @@
 #include "halvard/platform/event_log.h"
 #include "halvard/platform/progress.h"
 #include "halvard/runs/session.h"
+#include "halvard/runs/sweep.h"
 
 class QAction;
 class QComboBox;
@@ -31,8 +33,10 @@ namespace halvard::gui {
 class BacktestWindow;
 class ChartWidget;
 class Dialogs;
+class DownloaderWindow;
 class DownloadTimer;
 class ProgressWindow;
+class SweepWindow;
 
 class MainFrm : public QMainWindow {
   Q_OBJECT
@@ -57,6 +61,23 @@ class MainFrm : public QMainWindow {
   DownloadTimer& downloadTimer() { return *downloadTimer_; }
   ProgressWindow& progressWindow() { return *progress_; }
   BacktestWindow& backtestWindow() { return *backtestWindow_; }
+  Dialogs& dialogs() { return dialogs_; }
+  // The stop-loss and RS-days levels the live trading and batch windows share.
+  runs::SweepLevels& sweepLevels() { return sweepLevels_; }
+
+  // The secondary windows. The downloader is made once and kept, hidden when closed, so the
+  // lists chosen in it stay chosen for the scheduled download; the two sweep windows delete
+  // themselves when closed, so opening one again starts afresh; the boolean operations window
+  // is modal.
+  DownloaderWindow& OpenDownloader();
+  // With no symbol in the list these do nothing and return null.
+  SweepWindow* OpenLiveTrading();
+  SweepWindow* OpenBatchTest();
+  void OpenBooleanOperations();
+  // The screener, modal; the list of watch lists is refreshed when it closes.
+  void OpenScreener();
+  // The download timer found the scheduled download due.
+  void ScheduledDownload();
 
   void showMessage(const QString& symbol, const QString& prefix, const QString& suffix);
   // Draws the chart when it is ready (else the label over a cleared surface) and fills the
@@ -73,6 +94,13 @@ class MainFrm : public QMainWindow {
 
   // True while a long run (scan, tool) holds the window.
   bool running() const { return running_; }
+
+  // Runs a long loop with the progress window, the other run commands disabled meanwhile.
+  // Returns true when it ran to its end (not cancelled, no error); false at once when another
+  // run holds the window.
+  bool RunLong(const std::function<void(platform::Progress&)>& run);
+  // Runs a command, showing any error of the library in a message box titled "Error".
+  void Guarded(const std::function<void()>& command);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -108,11 +136,9 @@ class MainFrm : public QMainWindow {
   void Refuse(const QString& message);
 
   void RunScan(const runs::ScanCommand& command);
-  // Runs a long loop with the progress window, the other run commands disabled meanwhile.
-  // Returns true when it ran to its end (not cancelled, no error).
-  bool RunLong(const std::function<void(platform::Progress&)>& run);
-  // Runs a command, showing any error of the library in a message box titled "Error".
-  void Guarded(const std::function<void()>& command);
+  // Shows a sweep window (made afresh unless it is open), when the list has a symbol to run.
+  SweepWindow* OpenSweep(QPointer<SweepWindow>& window, SweepWindow* (*make)(MainFrm&));
+  void CloseSecondaryWindows();
 
   // "q" and close write the settings; Exit does not.
   void EndProgram(bool writeSettings);
@@ -136,6 +162,10 @@ class MainFrm : public QMainWindow {
   DownloadTimer* downloadTimer_ = nullptr;
   ProgressWindow* progress_ = nullptr;
   BacktestWindow* backtestWindow_ = nullptr;
+  DownloaderWindow* downloader_ = nullptr;
+  QPointer<SweepWindow> liveTrading_;
+  QPointer<SweepWindow> batchTest_;
+  runs::SweepLevels sweepLevels_;
 
   bool running_ = false;
   bool closeAfterRun_ = false;

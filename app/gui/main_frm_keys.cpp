@@ -54,8 +54,12 @@ void MainFrm::KeyCommand(QChar key) {
     case u'e':
       ToggleRSCheck();
       break;
-    // "b" (batch testing) and "d" (live trading) open windows that are not part of this program
-    // yet; until they are, the keys only clear the chart like any other.
+    case u'b':
+      OpenBatchTest();
+      break;
+    case u'd':
+      OpenLiveTrading();
+      break;
     case u'j':
       JumpTo();
       break;

@@ -1,5 +1,5 @@
 // The menus of the main window: captions and access keys as users know them, each entry a call
-// on the library. Entries whose windows are not part of this program yet are shown disabled.
+// on the library or a secondary window.
 
 #include <QAction>
 #include <QComboBox>
@@ -19,12 +19,6 @@ namespace {
 QAction* AddEntry(QMenu* menu, const char* objectName, const QString& caption) {
   QAction* action = menu->addAction(caption);
   action->setObjectName(QString::fromLatin1(objectName));
-  return action;
-}
-
-QAction* AddLater(QMenu* menu, const char* objectName, const QString& caption) {
-  QAction* action = AddEntry(menu, objectName, caption);
-  action->setEnabled(false);
   return action;
 }
 
@@ -64,9 +58,12 @@ void MainFrm::BuildMenus() {
           [this] { EndProgram(false); });
 
   QMenu* lists = bar->addMenu(QStringLiteral("&Watch Lists"));
-  AddLater(lists, "screenerMnu", QStringLiteral("Sc&reener"));
-  AddLater(lists, "downloaderMnu", QStringLiteral("&Downloader"));
-  AddLater(lists, "boolOpMnu", QStringLiteral("&Boolean Operations"));
+  connect(AddEntry(lists, "screenerMnu", QStringLiteral("Sc&reener")), &QAction::triggered, this,
+          &MainFrm::OpenScreener);
+  connect(AddEntry(lists, "downloaderMnu", QStringLiteral("&Downloader")), &QAction::triggered,
+          this, [this] { OpenDownloader(); });
+  connect(AddEntry(lists, "boolOpMnu", QStringLiteral("&Boolean Operations")), &QAction::triggered,
+          this, &MainFrm::OpenBooleanOperations);
   connect(AddEntry(lists, "editCurrentWatchListMnu", QStringLiteral("&Edit Current")),
           &QAction::triggered, this, &MainFrm::EditCurrent);
 
@@ -81,7 +78,8 @@ void MainFrm::BuildMenus() {
   }
 
   QMenu* trade = bar->addMenu(QStringLiteral("&Trade"));
-  AddLater(trade, "backTestMnu", QStringLiteral("&BackTest WatchList"));
+  connect(AddEntry(trade, "backTestMnu", QStringLiteral("&BackTest WatchList")),
+          &QAction::triggered, this, [this] { OpenBatchTest(); });
   connect(AddEntry(trade, "backTestCurrMnu", QStringLiteral("BackTest &Current")),
           &QAction::triggered, this, [this] { BacktestCurrent(false); });
 

@@ -27,11 +27,13 @@ class FakeDialogs : public Dialogs {
   // The answers the next prompts get, in order; a null QString, or none left, cancels.
   std::deque<QString> answers;
   QString saveAnswer;    // the file chosen in the save dialog (empty: cancelled)
+  QString reportAnswer;  // the file chosen in the report save dialog (empty: cancelled)
   QString folderAnswer;  // the folder picked (empty: cancelled)
 
   std::vector<Shown> messages;
   std::vector<QString> prompts;        // "title / prompt"
   std::vector<QString> proposedSaves;  // "folder / proposed name"
+  std::vector<QString> reportFolders;  // where the report save dialog opened
 
   void message(QWidget*, const QString& title, const QString& text, Icon icon) override {
     messages.push_back({title, text, icon});
@@ -47,6 +49,10 @@ class FakeDialogs : public Dialogs {
   QString saveWatchList(QWidget*, const QString& folder, const QString& proposed) override {
     proposedSaves.push_back(folder + " / " + proposed);
     return saveAnswer;
+  }
+  QString saveReport(QWidget*, const QString& folder) override {
+    reportFolders.push_back(folder);
+    return reportAnswer;
   }
   QString pickFolder(QWidget*, const QString&, const QString&) override { return folderAnswer; }
 };

@@ -64,7 +64,7 @@ bool AutoDownload(const std::vector<std::string>& listNames, bool skipExisting, 
   bool allDownloaded = true;
   const int total = static_cast<int>(listNames.size());
   for (int i = 0; i < total && !progress.Cancelled(); ++i) {
-    progress.Step(i, total, "Automatically Downloading WatchList " + listNames[i]);
+    progress.Step(i, total, std::string(kAutoDownloadListText) + listNames[i]);
     const auto path = WatchListPath(config.IncFilePath, listNames[i]);
     allDownloaded &=
         downloader.DownloadList(path, MonthsBefore(today, 12), today, skipExisting, progress);

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "halvard/data/downloader.h"
@@ -11,6 +12,10 @@
 #include "halvard/settings/registry.h"
 
 namespace halvard::data {
+
+// What the scheduled download reports as it starts each list (a progress step), before the
+// steps of the list's symbols; the download window puts it in its status bar.
+inline constexpr std::string_view kAutoDownloadListText = "Automatically Downloading WatchList ";
 
 enum class ScheduleVerdict {
   kDue,         // enabled, the set time has passed, nothing downloaded yet today

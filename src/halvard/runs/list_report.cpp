@@ -29,7 +29,7 @@ bool ListReport::ForEachStock(const std::function<void()>& tested) {
   const int n = static_cast<int>(s_.symbols.size());
   for (int i = 0; i < n; ++i) {
     if (progress_.Cancelled()) return false;
-    progress_.Step(i + 1, n, std::to_string(i + 1) + "/" + std::to_string(n));
+    progress_.Step(i, n, std::to_string(i + 1) + "/" + std::to_string(n));
     if (!prices_.Load(v, s_.StockPath(s_.symbols[i]))) {
       Line(v.stockSymbol + "\tError opening stock file ");
       continue;

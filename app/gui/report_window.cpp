@@ -1,0 +1,19 @@
+#include "report_window.h"
+#include "halvard/runs/batch_test.h"
+#include "halvard/runs/live_report.h"
+
+namespace halvard::gui {
+
+SweepWindow* NewLiveWindow(MainFrm& main) {
+  return new ReportWindow<runs::LiveReport>(
+      main, {"LiveTradingForm", "Live Trading", "LiveResults", "GoBtn"}, &runs::LiveReport::Run,
+      &runs::LiveReport::buyList);
+}
+
+SweepWindow* NewBatchWindow(MainFrm& main) {
+  return new ReportWindow<runs::BatchTest>(
+      main, {"BatchTest", "Back Testing", "Results", "GoCommand"}, &runs::BatchTest::GoCommand,
+      &runs::BatchTest::tradedList);
+}
+
+}  // namespace halvard::gui

@@ -1,0 +1,154 @@
+// The boolean operations window: browsing the saved records with their status texts, adding
+// and deleting them, and running one or all of them into watch lists.
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "boolean_window.h"
+#include "gui_test_support.h"
+
+namespace halvard::gui::testing {
+namespace {
+
+void Click(BooleanWindow& b, const char* button) {
+  b.findChild<QPushButton*>(QString::fromLatin1(button))->click();
+}
+
+QString Current(BooleanWindow& b, const char* box) {
+  return b.findChild<QComboBox*>(QString::fromLatin1(box))->currentText();
+}
+
+QString Result(BooleanWindow& b) {
+  return b.findChild<QLineEdit*>(QStringLiteral("resInc"))->text();
+}
+
+QString Status(BooleanWindow& b) {
+  return b.statusText(1) + "|" + b.statusText(2);
+}
+
+QString FileText(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString("missing");
+}
+
+const QString kNothingOnView =
+    QStringLiteral(" Edit data and add a new record by clicking Add| Empty boolean data file");
+
+// Two lists and two saved records; the second names its first list in capitals.
+void WriteRecords(const Workspace& ws) {
+  ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AAA\r\nBBB\r\nCCC\r\n"));
+  ws.writeList(QStringLiteral("b.inc"), QStringLiteral("bbb\r\nDDD\r\n"));
+  ws.writeList(QStringLiteral("booldb.dat"),
+               QStringLiteral("a.inc:union:b.inc:u.inc\r\nA.INC:difference:b.inc:d.inc\r\n"));
+}
+
+}  // namespace
+
+class BooleanWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  // The arrows walk the records; one step before the first is the place for a new record,
+  // where the controls keep what they showed.
+  void browsingShowsEachRecordAndThePlaceForANewOne() {
+    Workspace ws;
+    WriteRecords(ws);
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    BooleanWindow b(*w);
+    QCOMPARE(b.windowTitle(), QStringLiteral("Boolean Operations"));
+    QCOMPARE(Status(b), QStringLiteral(" Currently Viewing Record #1|2 Records in file "));
+    QCOMPARE(Current(b, "firstList") + Current(b, "operation") + Current(b, "secondList"),
+             QStringLiteral("a.incunionb.inc"));
+    QCOMPARE(Result(b), QStringLiteral("u.inc"));
+    Click(b, "goRightBtn");
+    Click(b, "goRightBtn");  // there is no third
+    QCOMPARE(Status(b), QStringLiteral(" Currently Viewing Record #2|2 Records in file "));
+    QCOMPARE(Current(b, "firstList"), QStringLiteral("a.inc"));  // chosen without regard to case
+    QCOMPARE(Current(b, "operation"), QStringLiteral("difference"));
+    QCOMPARE(Result(b), QStringLiteral("d.inc"));
+    for (int i = 0; i < 3; ++i) Click(b, "goLeftBtn");
+    QCOMPARE(Status(b), kNothingOnView);
+    QCOMPARE(Result(b), QStringLiteral("u.inc"));
+    Click(b, "goRightBtn");
+    QCOMPARE(Status(b), QStringLiteral(" Currently Viewing Record #1|2 Records in file "));
+    QVERIFY(dialogs.messages.empty());
+  }
+
+  // A missing booldb.dat starts empty; every change is saved at once.
+  void addAndDeleteSaveTheFile() {
+    Workspace ws;
+    ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AAA\r\n"));
+    ws.writeList(QStringLiteral("b.inc"), QStringLiteral("BBB\r\n"));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    BooleanWindow b(*w);
+    const QString file = ws.lists() + "/booldb.dat";
+    QCOMPARE(FileText(file), QString());
+    QCOMPARE(Status(b), kNothingOnView);
+    Click(b, "addRecBtn");  // no result name: no record
+    QCOMPARE(b.records().count(), 0);
+    b.findChild<QComboBox*>(QStringLiteral("secondList"))->setCurrentText("b.inc");
+    b.findChild<QComboBox*>(QStringLiteral("operation"))->setCurrentText("intersect");
+    b.findChild<QLineEdit*>(QStringLiteral("resInc"))->setText("i.inc");
+    Click(b, "addRecBtn");
+    QCOMPARE(FileText(file), QStringLiteral("a.inc:intersect:b.inc:i.inc\r\n"));
+    QCOMPARE(Status(b), QStringLiteral(" Currently Viewing Record #1|1 Records in file "));
+    Click(b, "delRecBtn");
+    QCOMPARE(FileText(file), QString());
+    QCOMPARE(Status(b), kNothingOnView);
+  }
+
+  // "&Run" combines the lists as the controls show them, "&Run All" every record in turn; the
+  // main window's list of watch lists then holds the results.
+  void runningWritesTheResultLists() {
+    Workspace ws;
+    WriteRecords(ws);
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    BooleanWindow b(*w);
+    Click(b, "runRecBtn");
+    QCOMPARE(FileText(ws.lists() + "/u.inc"), QStringLiteral("AAA\r\nBBB\r\nCCC\r\nDDD\r\n"));
+    QVERIFY(!QFile::exists(ws.lists() + "/d.inc"));
+    auto* mainLists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    QVERIFY(mainLists->findText(QStringLiteral("u.inc")) >= 0);
+    Click(b, "runAllBtn");
+    QCOMPARE(FileText(ws.lists() + "/d.inc"), QStringLiteral("AAA\r\nCCC\r\n"));
+    QCOMPARE(Status(b), QStringLiteral(" Currently Viewing Record #2|2 Records in file "));
+    QVERIFY(mainLists->findText(QStringLiteral("d.inc")) >= 0);
+
+    // A record naming a list that is not there stops with a message and stays on view.
+    ws.writeList(QStringLiteral("booldb.dat"), QStringLiteral("nosuch.inc:union:b.inc:n.inc\r\n"));
+    BooleanWindow again(*w);
+    Click(again, "runAllBtn");
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
+    QVERIFY(!QFile::exists(ws.lists() + "/n.inc"));
+  }
+
+  void theMenuOpensItModally() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    QString seen;
+    QTimer::singleShot(0, w.get(), [&] {
+      QWidget* modal = QApplication::activeModalWidget();
+      if (modal == nullptr) return;
+      seen = modal->windowTitle();
+      modal->close();
+    });
+    w->findChild<QAction*>(QStringLiteral("boolOpMnu"))->trigger();
+    QCOMPARE(seen, QStringLiteral("Boolean Operations"));
+  }
+};
+
+}  // namespace halvard::gui::testing
+
+QTEST_MAIN(halvard::gui::testing::BooleanWindowTest)
+#include "boolean_window_test.moc"

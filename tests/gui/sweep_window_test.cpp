@@ -1,0 +1,169 @@
+// The live trading and batch test windows: opening them, the levels prompts and what a bad
+// answer leaves, the counters, the report growing run after run, and the two saves.
+
+#include <QAction>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include "gui_test_support.h"
+#include "sweep_window.h"
+
+namespace halvard::gui::testing {
+namespace {
+
+const QString kStopLossPrompt =
+    QStringLiteral("Stoploss ... / Enter stop loss as Start, Stop, Step in dollars e.g 1,2,0.5?");
+const QString kRsPrompt = QStringLiteral(
+    "Stoploss ... / Enter the relative strength comparison days as Start, Stop, Step e.g 5,10,2?");
+
+void Click(QWidget* window, const char* button) {
+  window->findChild<QPushButton*>(QString::fromLatin1(button))->click();
+}
+
+QString Label(QWidget* window, const char* name) {
+  return window->findChild<QLabel*>(QString::fromLatin1(name))->text();
+}
+
+QString Shown(QWidget* window, const char* box) {
+  return window->findChild<QPlainTextEdit*>(QString::fromLatin1(box))->toPlainText();
+}
+
+QString FileText(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+}  // namespace
+
+class SweepWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  // "d", "b" and the menu open their windows only for a list with symbols.
+  void theWindowsOpenOnlyForAListWithSymbols() {
+    Workspace ws;
+    ws.writeList(QStringLiteral("a-empty.inc"), QString());
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);  // a-empty.inc is the first list
+    w->KeyCommand(u'd');
+    w->KeyCommand(u'b');
+    w->findChild<QAction*>(QStringLiteral("backTestMnu"))->trigger();
+    QVERIFY(w->findChild<SweepWindow*>() == nullptr);
+    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    lists->setCurrentIndex(lists->findText(QStringLiteral("sample.inc")));
+    w->KeyCommand(u'd');
+    w->findChild<QAction*>(QStringLiteral("backTestMnu"))->trigger();
+    const auto* live = w->findChild<SweepWindow*>(QStringLiteral("LiveTradingForm"));
+    const auto* batch = w->findChild<SweepWindow*>(QStringLiteral("BatchTest"));
+    QVERIFY(live != nullptr && live->isVisible());
+    QVERIFY(batch != nullptr && batch->isVisible());
+    QCOMPARE(batch->windowTitle(), QStringLiteral("Back Testing"));
+  }
+
+  // Both prompts, their titles and texts; an answer that is not three numbers, or a step that
+  // never reaches the stop, is refused and the levels stay as they were.
+  void levelsPromptsSetTheSweep() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    SweepWindow* live = w->OpenLiveTrading();
+    dialogs.answers = {"1,2,0.5", "5,7,2", "1,2", "a,b,c", "5,x,2", "1,9,0", QString()};
+    Click(live, "LevelCommand");
+    Click(live, "RSLevelsBtn");
+    Click(live, "LevelCommand");
+    Click(live, "LevelCommand");
+    Click(live, "RSLevelsBtn");
+    Click(live, "RSLevelsBtn");
+    Click(live, "LevelCommand");  // cancelled
+    QCOMPARE(dialogs.prompts,
+             (std::vector<QString>{kStopLossPrompt, kRsPrompt, kStopLossPrompt, kStopLossPrompt,
+                                   kRsPrompt, kRsPrompt, kStopLossPrompt}));
+    QCOMPARE(dialogs.messages.size(), size_t{4});
+    for (const auto& m : dialogs.messages) {
+      QCOMPARE(m.title, QStringLiteral("Error"));
+      QVERIFY2(m.text.endsWith(QStringLiteral("The levels are unchanged.")), qPrintable(m.text));
+    }
+    const runs::SweepLevels& l = w->sweepLevels();
+    QCOMPARE(l.stopLossStart, 1.0);
+    QCOMPARE(l.stopLossStop, 2.0);
+    QCOMPARE(l.stopLossStep, 0.5);
+    QCOMPARE(l.rsStart, 5);
+    QCOMPARE(l.rsStop, 7);
+    QCOMPARE(l.rsStep, 2);
+
+    Click(live, "GoBtn");
+    const QString report = Shown(live, "LiveResults");
+    QVERIFY(report.startsWith(
+        QStringLiteral("Live Testing sample.inc for stoploss settings starting from 1 to 2 with "
+                       "a step of 0.5\n for RS settings starting from 5 to 7 with a step of 2\n")));
+    QCOMPARE(report.count(QStringLiteral("Starting Live Trading on ")), 6);
+    const auto n = w->session().symbols.size();
+    QCOMPARE(Label(live, "StockCount"), QStringLiteral("%1/%1").arg(n));
+    QCOMPARE(Label(live, "StepCount"), QStringLiteral("Step 6 of 6"));
+    // The last level of each range is what the engine ran with last.
+    QCOMPARE(w->config().stopLossLimit, 2.0);
+    QCOMPARE(w->config().rsDayCurr, 7);
+  }
+
+  // The report keeps every run until the window closes; opening again starts afresh, with the
+  // levels of the current settings.
+  void theReportGrowsUntilTheWindowCloses() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    SweepWindow* batch = w->OpenBatchTest();
+    dialogs.answers = {"1,3,1"};
+    Click(batch, "LevelCommand");
+    Click(batch, "GoCommand");
+    Click(batch, "GoCommand");
+    QCOMPARE(Shown(batch, "Results").count(QStringLiteral("Batch Testing sample.inc")), 2);
+    QCOMPARE(Shown(batch, "Results").count(QStringLiteral("Maximum profit = ")), 2);
+    QCOMPARE(Label(batch, "StepCount"), QStringLiteral("Step 3 of 3"));
+    batch->close();
+    QTest::qWait(0);  // the closed window deletes itself
+    QVERIFY(w->findChild<SweepWindow*>() == nullptr);
+
+    batch = w->OpenBatchTest();
+    QVERIFY(Shown(batch, "Results").isEmpty());
+    Click(batch, "GoCommand");
+    const QString report = Shown(batch, "Results");
+    QCOMPARE(report.count(QStringLiteral("Step 1 of 1\n")), 1);
+    QVERIFY(
+        report.contains(QStringLiteral("Stoploss settings starting from 3 to 3 with a step "
+                                       "of 1\n")));
+  }
+
+  // "&Save Results" writes everything shown, CR LF line ends and one more at the end, in the
+  // watch-list folder by default; "Save &Inc" after a pass with no "Buy" row writes one CR LF.
+  void savesWriteTheReportAndTheList() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    SweepWindow* live = w->OpenLiveTrading();
+    Click(live, "GoBtn");  // no switch checked: the engine trades nothing, every row is "Skip"
+    dialogs.reportAnswer = ws.lists() + "/live.txt";
+    dialogs.saveAnswer = ws.lists() + "/buy.inc";
+    Click(live, "SaveResults");
+    Click(live, "saveInc");
+    QCOMPARE(dialogs.reportFolders, std::vector<QString>{ws.lists()});
+    QCOMPARE(dialogs.proposedSaves, std::vector<QString>{ws.lists() + " / "});
+    const QString saved = FileText(ws.lists() + "/live.txt");
+    QCOMPARE(QString(saved).remove(u'\r'), Shown(live, "LiveResults") + "\n");
+    QCOMPARE(saved.count(QStringLiteral("\r\n")), saved.count(u'\n'));
+    QCOMPARE(FileText(ws.lists() + "/buy.inc"), QStringLiteral("\r\n"));
+
+    dialogs.reportAnswer.clear();  // cancelled: nothing written
+    QFile::remove(ws.lists() + "/live.txt");
+    Click(live, "SaveResults");
+    QVERIFY(!QFile::exists(ws.lists() + "/live.txt"));
+  }
+};
+
+}  // namespace halvard::gui::testing
+
+QTEST_MAIN(halvard::gui::testing::SweepWindowTest)
+#include "sweep_window_test.moc"
