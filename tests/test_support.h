@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "halvard/error.h"
+
 namespace halvard::test {
 
 // A fresh folder under the system's temporary folder, removed with everything in it at the end.
@@ -34,5 +36,16 @@ std::filesystem::path TestData();
 
 // A price file of the given day lines (newest first) under the usual header, CR LF line ends.
 std::string PriceFile(const std::vector<std::string>& dayLines);
+
+// The message of the halvard::Error that fn throws, or "no error".
+template <class Fn>
+std::string ErrorText(Fn&& fn) {
+  try {
+    fn();
+  } catch (const Error& e) {
+    return e.what();
+  }
+  return "no error";
+}
 
 }  // namespace halvard::test

@@ -20,10 +20,15 @@ const double kTo = platform::SerialFromCivil({2011, 12, 31});
 
 // The table service on a local server, a stock folder and an event log in memory.
 struct Rig {
+  // The service at base instead, when given, asking with these options.
+  explicit Rig(const std::string& base = "", platform::HttpOptions options = {})
+      : source(base.empty() ? server.base() : base,
+               std::make_unique<platform::CurlHttpClient>(options)) {}
+
   test::TempDir stocks;
   test::LocalServer server;
   MemoryEventLog log;
-  TableSource source{server.base(), std::make_unique<platform::CurlHttpClient>()};
+  TableSource source;
   Downloader downloader{stocks.path(), source, log};
 
   void Serve(std::vector<Reply> replies) { server.Answer("/table.csv", std::move(replies)); }
@@ -98,22 +103,16 @@ TEST(Downloader, FailuresOfTheFetchLeaveTheOldFile) {
       {silent.base(), {}, "no answer"},
   };
   for (const auto& c : cases) {
-    test::TempDir stocks;
-    test::LocalServer server;
-    server.Answer("/table.csv", {c.reply});
-    MemoryEventLog log;
-    platform::HttpOptions quick;
-    quick.timeout = std::chrono::milliseconds(300);
-    TableSource source(c.base.empty() ? server.base() : c.base,
-                       std::make_unique<platform::CurlHttpClient>(quick));
-    Downloader downloader(stocks.path(), source, log);
-    WriteText(stocks / "GOOG.txt", "old");
-    EXPECT_FALSE(downloader.DownloadSymbol("GOOG", kFrom, kTo, false)) << c.logged;
-    EXPECT_EQ(ReadText(stocks / "GOOG.txt"), "old");
-    ASSERT_EQ(log.entries().size(), 1u);
-    EXPECT_EQ(log.entries()[0].type, EventType::kError);
-    EXPECT_TRUE(log.entries()[0].text.starts_with("Download of GOOG failed: ")) << c.logged;
-    EXPECT_NE(log.entries()[0].text.find(c.logged), std::string::npos) << log.entries()[0].text;
+    Rig rig(c.base, platform::HttpOptions{std::chrono::milliseconds(300)});
+    rig.Serve({c.reply});
+    WriteText(rig.stocks / "GOOG.txt", "old");
+    EXPECT_FALSE(rig.downloader.DownloadSymbol("GOOG", kFrom, kTo, false)) << c.logged;
+    EXPECT_EQ(ReadText(rig.stocks / "GOOG.txt"), "old");
+    ASSERT_EQ(rig.log.entries().size(), 1u);
+    const MemoryEventLog::Entry& entry = rig.log.entries()[0];
+    EXPECT_EQ(entry.type, EventType::kError);
+    EXPECT_TRUE(entry.text.starts_with("Download of GOOG failed: ")) << entry.text;
+    EXPECT_NE(entry.text.find(c.logged), std::string::npos) << entry.text;
   }
 }
 

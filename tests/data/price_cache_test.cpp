@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <tuple>
 
 #include "halvard/data/file_parser.h"
 #include "halvard/error.h"
@@ -12,22 +13,10 @@ namespace halvard::data {
 namespace {
 
 // Everything the loader sets, the stale bars past barCount included.
-void ExpectSameSeries(const PriceSeries& a, const PriceSeries& b) {
-  EXPECT_EQ(a.stockFilePath, b.stockFilePath);
-  EXPECT_EQ(a.stockSymbol, b.stockSymbol);
-  EXPECT_EQ(a.barCount, b.barCount);
-  EXPECT_EQ(a.barDate, b.barDate);
-  EXPECT_EQ(a.barOpen, b.barOpen);
-  EXPECT_EQ(a.barHigh, b.barHigh);
-  EXPECT_EQ(a.barLow, b.barLow);
-  EXPECT_EQ(a.barClose, b.barClose);
-  EXPECT_EQ(a.barVolume, b.barVolume);
-  EXPECT_EQ(a.highestHigh, b.highestHigh);
-  EXPECT_EQ(a.lowestLow, b.lowestLow);
-  EXPECT_EQ(a.maxVolume, b.maxVolume);
-  EXPECT_EQ(a.newestDate, b.newestDate);
-  EXPECT_EQ(a.oldestDate, b.oldestDate);
-  EXPECT_EQ(a.averageVolume, b.averageVolume);
+auto Loaded(const PriceSeries& s) {
+  return std::tie(s.stockFilePath, s.stockSymbol, s.barCount, s.barDate, s.barOpen, s.barHigh,
+                  s.barLow, s.barClose, s.barVolume, s.highestHigh, s.lowestLow, s.maxVolume,
+                  s.newestDate, s.oldestDate, s.averageVolume);
 }
 
 TEST(PriceCache, AKeptFileLoadsAsTheFileDoesAndLeavesTheOlderBarsBehind) {
@@ -42,7 +31,7 @@ TEST(PriceCache, AKeptFileLoadsAsTheFileDoesAndLeavesTheOlderBarsBehind) {
   }
   ASSERT_TRUE(LoadStockFile(*plain, longFile));
   ASSERT_TRUE(LoadStockFile(*plain, shortFile));
-  ExpectSameSeries(*cached, *plain);
+  EXPECT_EQ(Loaded(*cached), Loaded(*plain));
   EXPECT_GT(cached->barClose[cached->barCount], 0);  // AMD's bars beyond AAL's
 }
 

@@ -27,12 +27,8 @@ TEST(WatchList, ReadsTheSymbolsAndNothingElse) {
 
 TEST(WatchList, AMissingListIsAnErrorNamingIt) {
   TempDir dir;
-  try {
-    ReadWatchList(dir / "gone.inc");
-    FAIL() << "expected an error";
-  } catch (const Error& e) {
-    EXPECT_NE(std::string(e.what()).find("gone.inc does not exist"), std::string::npos);
-  }
+  EXPECT_EQ(test::ErrorText([&] { ReadWatchList(dir / "gone.inc"); }),
+            "watch list " + (dir / "gone.inc").string() + " does not exist");
 }
 
 TEST(WatchList, WritesEverySymbolWithCrLfAndOneMore) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace halvard::platform {
 namespace {
 
@@ -59,9 +61,7 @@ TEST(DateText, CivilDatesRoundTripAcrossCenturies) {
   for (const CivilDate d : {CivilDate{1899, 12, 30}, CivilDate{1900, 2, 28}, CivilDate{2000, 2, 29},
                             CivilDate{2017, 12, 29}, CivilDate{2100, 3, 1}}) {
     const CivilDate back = CivilFromSerial(SerialFromCivil(d));
-    EXPECT_EQ(back.year, d.year);
-    EXPECT_EQ(back.month, d.month);
-    EXPECT_EQ(back.day, d.day);
+    EXPECT_EQ(std::tie(back.year, back.month, back.day), std::tie(d.year, d.month, d.day));
   }
   // A time of day does not move the date.
   EXPECT_EQ(FormatShortDate(43098.99), "12/29/2017");

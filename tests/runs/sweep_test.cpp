@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "halvard/error.h"
+#include "test_support.h"
 
 namespace halvard::runs {
 namespace {
@@ -47,14 +48,9 @@ TEST(Sweep, BadAnswersAndEndlessStepsAreRefusedAndLeaveTheLevels) {
   SweepLevels levels;
   EXPECT_THROW(ParseRsLevels("5,10,0.4", levels), UsageError);  // a step that rounds to 0
   EXPECT_THROW(ParseRsLevels("5,40000,1", levels), UsageError);
-  try {
-    ParseStopLossLevels("1,two,0.5", levels);
-    FAIL();
-  } catch (const UsageError& e) {
-    EXPECT_STREQ(e.what(),
-                 "stop-loss levels \"1,two,0.5\": expected start,stop,step, and \"two\" is not a "
-                 "number");
-  }
+  EXPECT_EQ(
+      test::ErrorText([&] { ParseStopLossLevels("1,two,0.5", levels); }),
+      "stop-loss levels \"1,two,0.5\": expected start,stop,step, and \"two\" is not a number");
 }
 
 }  // namespace

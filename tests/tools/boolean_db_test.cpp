@@ -53,15 +53,10 @@ TEST_F(BooleanDBTest, AShortLineIsAnErrorNamingItsLine) {
   test::WriteText(dir / "booldb.dat", "a.inc:union:b.inc:c.inc\r\na.inc:union\r\n");
   db.ReadFile(dir / "booldb.dat");
   db.MoveNext();
-  try {
-    Current();
-    FAIL();
-  } catch (const Error& e) {
-    EXPECT_EQ(std::string(e.what()),
-              (dir / "booldb.dat").string() +
-                  " line 2: \"a.inc:union\" is not first:operation:second:result (fewer than "
-                  "four fields)");
-  }
+  EXPECT_EQ(test::ErrorText([&] { Current(); }),
+            (dir / "booldb.dat").string() +
+                " line 2: \"a.inc:union\" is not first:operation:second:result (fewer than "
+                "four fields)");
 }
 
 TEST_F(BooleanDBTest, RunAllReplaysEveryRecordAndAnUnknownOperationSavesTheFirstList) {

@@ -50,14 +50,9 @@ TEST_F(SetOpsTest, AnEmptySecondListAndTheFileWritten) {
 }
 
 TEST_F(SetOpsTest, ASymbolListedTwiceOrAMissingListIsAnError) {
-  try {
-    Read("MSFT\r\nIBM\r\nmsft\r\n");
-    FAIL();
-  } catch (const Error& e) {
-    EXPECT_EQ(std::string(e.what()), (dir / "list.inc").string() +
-                                         ": the symbol msft is in the list twice; remove one of "
-                                         "them to combine the list");
-  }
+  EXPECT_EQ(test::ErrorText([&] { Read("MSFT\r\nIBM\r\nmsft\r\n"); }),
+            (dir / "list.inc").string() +
+                ": the symbol msft is in the list twice; remove one of them to combine the list");
   SetOps set;
   EXPECT_THROW(set.Initialize(dir / "none.inc"), Error);
 }
