@@ -26,12 +26,12 @@ TEST(PriceCache, AKeptFileLoadsAsTheFileDoesAndLeavesTheOlderBarsBehind) {
   const auto cached = std::make_unique<PriceSeries>();
   const auto plain = std::make_unique<PriceSeries>();
   for (int round = 0; round < 2; ++round) {  // the second round comes from the cache
-    ASSERT_TRUE(cache.Load(*cached, longFile));
-    ASSERT_TRUE(cache.Load(*cached, shortFile));
+    for (const std::string& file : {longFile, shortFile}) {
+      ASSERT_TRUE(cache.Load(*cached, file));
+      ASSERT_TRUE(LoadStockFile(*plain, file));
+      EXPECT_TRUE(Loaded(*cached) == Loaded(*plain)) << file << ", round " << round;
+    }
   }
-  ASSERT_TRUE(LoadStockFile(*plain, longFile));
-  ASSERT_TRUE(LoadStockFile(*plain, shortFile));
-  EXPECT_EQ(Loaded(*cached), Loaded(*plain));
   EXPECT_GT(cached->barClose[cached->barCount], 0);  // AMD's bars beyond AAL's
 }
 
@@ -62,6 +62,7 @@ TEST(PriceCache, PastItsSizeFilesStillLoad) {
     ASSERT_TRUE(cache.Load(*s, (test::LongPrices() / "AMD.txt").string()));
     EXPECT_EQ(s->barCount, 749);
   }
+  EXPECT_EQ(cache.keptBars(), 252u);
 }
 
 }  // namespace

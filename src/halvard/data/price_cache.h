@@ -21,6 +21,9 @@ class PriceCache {
   // left as they were) and the same errors.
   bool Load(PriceSeries& series, const std::string& path);
 
+  // The bars kept now, for a look at the cache's memory.
+  size_t keptBars() const { return keptBars_; }
+
  private:
   struct Stamp {
     int64_t size = 0;
