@@ -134,6 +134,10 @@ class MainFrm : public QMainWindow {
   void EditCurrent();
   std::optional<QString> Ask(const QString& title, const QString& prompt);
   void Refuse(const QString& message);
+  // A number asked for at a prompt; nothing when the prompt was cancelled or the answer refused
+  // (then with a message saying that `what` is unchanged).
+  std::optional<int16_t> AskShort(const QString& title, const QString& prompt, const QString& what);
+  std::optional<double> AskDouble(const QString& title, const QString& prompt, const QString& what);
 
   void RunScan(const runs::ScanCommand& command);
   // Shows a sweep window (made afresh unless it is open), when the list has a symbol to run.

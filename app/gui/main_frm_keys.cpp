@@ -108,22 +108,38 @@ void MainFrm::Refuse(const QString& message) {
   dialogs_.message(this, QStringLiteral("Error"), message, Dialogs::Icon::kCritical);
 }
 
+std::optional<int16_t> MainFrm::AskShort(const QString& title, const QString& prompt,
+                                         const QString& what) {
+  const auto answer = Ask(title, prompt);
+  if (!answer) return std::nullopt;
+  const std::optional<int16_t> number = TypedShort(*answer);
+  if (!number) Refuse(NotAWholeNumberMessage(*answer, what));
+  return number;
+}
+
+std::optional<double> MainFrm::AskDouble(const QString& title, const QString& prompt,
+                                         const QString& what) {
+  const auto answer = Ask(title, prompt);
+  if (!answer) return std::nullopt;
+  const std::optional<double> number = TypedDouble(*answer);
+  if (!number) Refuse(NotANumberMessage(*answer, what));
+  return number;
+}
+
 void MainFrm::AskRSDays() {
-  const auto answer = Ask(QStringLiteral("RS Day Comparison ..."),
-                          QStringLiteral("Enter number of days to do RS comparison?"));
-  if (!answer) return;
-  const std::optional<int16_t> days = TypedShort(*answer);
-  if (!days) return Refuse(NotAWholeNumberMessage(*answer, QStringLiteral("RS days")));
+  const auto days = AskShort(QStringLiteral("RS Day Comparison ..."),
+                             QStringLiteral("Enter number of days to do RS comparison?"),
+                             QStringLiteral("RS days"));
+  if (!days) return;
   session_->config.rsDayCurr = *days;
   UpdateLights();
 }
 
 void MainFrm::AskUnusualVolume() {
-  const auto answer =
-      Ask(QStringLiteral("Unusual Volume"), QStringLiteral("Enter the unusual volume %age"));
-  if (!answer) return;
-  const std::optional<double> x = TypedDouble(*answer);
-  if (!x) return Refuse(NotANumberMessage(*answer, QStringLiteral("The unusual volume %age")));
+  const auto x = AskDouble(QStringLiteral("Unusual Volume"),
+                           QStringLiteral("Enter the unusual volume %age"),
+                           QStringLiteral("The unusual volume %age"));
+  if (!x) return;
   // A fraction is taken as it is, a larger number as a percentage; 0, below and exactly 1 are
   // ignored.
   if (*x > 0 && *x < 1) {
@@ -135,20 +151,17 @@ void MainFrm::AskUnusualVolume() {
 }
 
 void MainFrm::AskBuyMode() {
-  const auto answer =
-      Ask(QStringLiteral("Buy Mode"), QStringLiteral("Enter buy mode 1=BoxTop, 2=bounce? "));
-  if (!answer) return;
-  const std::optional<int16_t> mode = TypedShort(*answer);
-  if (!mode) return Refuse(NotAWholeNumberMessage(*answer, QStringLiteral("The buy mode")));
-  if (*mode == 1 || *mode == 2) session_->config.buyMode = *mode;
+  const auto mode = AskShort(QStringLiteral("Buy Mode"),
+                             QStringLiteral("Enter buy mode 1=BoxTop, 2=bounce? "),
+                             QStringLiteral("The buy mode"));
+  if (mode == 1 || mode == 2) session_->config.buyMode = *mode;
 }
 
 void MainFrm::AskStopLoss() {
-  const auto answer =
-      Ask(QStringLiteral("Stoploss ..."), QStringLiteral("Enter stop loss percentage?"));
-  if (!answer) return;
-  const std::optional<double> x = TypedDouble(*answer);
-  if (!x) return Refuse(NotANumberMessage(*answer, QStringLiteral("The stop loss")));
+  const auto x = AskDouble(QStringLiteral("Stoploss ..."),
+                           QStringLiteral("Enter stop loss percentage?"),
+                           QStringLiteral("The stop loss"));
+  if (!x) return;
   // Dollars below the box bottom, stored as typed (unlike the unusual volume, no division).
   session_->config.stopLossLimit = *x;
   UpdateLights();
