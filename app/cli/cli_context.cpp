@@ -60,8 +60,12 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
       options.configFile.empty() ? platform::DefaultSettingsFile() : fs::path(options.configFile);
   auto session = std::make_unique<runs::Session>(settings::MRegistry(file));
   session->ReadSettings();
-  if (!options.stockDir.empty()) session->config.StockFilePath = options.stockDir;
-  if (!options.listDir.empty()) session->config.IncFilePath = options.listDir;
+  if (!options.stockDir.empty()) {
+    settings::SetForThisRun(session->config, "Paths", "Stock File Path", options.stockDir);
+  }
+  if (!options.listDir.empty()) {
+    settings::SetForThisRun(session->config, "Paths", "Inc File Path", options.listDir);
+  }
   if (mode == StartMode::kFull) {
     const std::string notice = settings::PrepareFolders(session->config, SamplesFolder());
     if (!notice.empty()) std::cerr << "halvard: first run: " << notice;

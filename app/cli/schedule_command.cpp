@@ -1,4 +1,4 @@
-// halvard schedule --list NAME... [--skip-existing]: one tick of the download timer. When the
+// halvard schedule [--list NAME...] [--skip-existing]: one tick of the download timer. When the
 // scheduled download is due it downloads the lists over the last twelve months and stores the
 // date; otherwise it says why not. Run every few minutes (cron, a systemd timer), it gives the
 // once-a-day download.
@@ -8,6 +8,7 @@
 #include "commands.h"
 #include "download_context.h"
 #include "halvard/data/download_schedule.h"
+#include "halvard/error.h"
 #include "halvard/platform/clock.h"
 #include "terminal_progress.h"
 
@@ -27,10 +28,15 @@ void Run(const GlobalOptions& options, const ScheduleArgs& args) {
     std::cout << "Nothing to do: " << data::ScheduleVerdictText(verdict, config) << "\n";
     return;
   }
-  ExistingLists(config, args.lists);
+  const std::vector<std::string> lists =
+      args.lists.empty() ? data::ChosenDownloadLists(config) : args.lists;
+  if (lists.empty()) {
+    throw Error("no watch list to download: give --list or choose them in Download/Lists");
+  }
+  ExistingLists(config, lists);
   TerminalProgress progress;
-  const bool all = data::AutoDownload(args.lists, args.skipExisting, platform::Today(),
-                                      c.downloader, config, c.session->store(), progress);
+  const bool all = data::AutoDownload(lists, args.skipExisting, platform::Today(), c.downloader,
+                                      config, c.session->store(), progress);
   if (progress.Cancelled()) throw Interrupted{kDownloadsKept};
   std::cout << WithLineFeeds(data::DownloadDateLabel(config.downloadDate)) << "\n";
   // The scheduled download shows no failures; the event log has them.
@@ -45,7 +51,9 @@ void AddScheduleCommand(CLI::App& app, const GlobalOptions& options) {
       app.add_subcommand("schedule",
                          "The once-a-day download: when Download/Enabled is on, Download/Time has "
                          "passed and nothing was downloaded today, download the lists' last year");
-  command->add_option("--list", args->lists, "The watch lists to download")->required();
+  command->add_option("--list", args->lists,
+                      "The watch lists to download (default: the Download/Lists setting, the "
+                      "lists chosen in the desktop program's Downloader)");
   AddSkipExisting(*command, args->skipExisting);
   command->callback([&options, args] { Run(options, *args); });
 }

@@ -194,7 +194,11 @@ run "${sched[@]}" schedule --list two
 check "schedule when not enabled" "Nothing to do: automatic downloading is not enabled (Download/Enabled)" "$out"
 run "${sched[@]}" config set Download Enabled True
 run "${sched[@]}" config set Download Time "0:00"
-run "${sched[@]}" schedule --list two
+run "${sched[@]}" schedule
+check "schedule with no list chosen is an error" "1" "$rc"
+check "schedule with no list chosen records nothing" "1/1/2000" "$("$halvard" --config "$scratch/sched.ini" config get Download Date)"
+run "${sched[@]}" config set Download Lists two
+run "${sched[@]}" schedule
 check "schedule downloads" " Data last downloaded on : "$'\n'"$(date +%-m/%-d/%Y)" "$out"
 check "schedule stores the date" "$(date +%-m/%-d/%Y)" "$("$halvard" --config "$scratch/sched.ini" config get Download Date)"
 run "${sched[@]}" schedule --list two

@@ -93,6 +93,21 @@ TEST(DownloadSchedule, AutoDownloadFetchesTheListsYearAndStoresOnlyTheDate) {
             "AAL 12/29/2016-12/29/2017\nKR 12/29/2016-12/29/2017\nPKG 12/29/2016-12/29/2017\n");
   EXPECT_EQ(config.downloadDate.serial, today);
   EXPECT_EQ(test::ReadText(dir / "settings.ini"), "[Download]\r\nDate=12/29/2017\r\n");
+
+  // With no list there is nothing to download, so no day is recorded as done.
+  EXPECT_FALSE(AutoDownload({}, false, today + 1, downloader, config, store, progress));
+  EXPECT_EQ(config.downloadDate.serial, today);
+  EXPECT_EQ(test::ReadText(dir / "settings.ini"), "[Download]\r\nDate=12/29/2017\r\n");
+}
+
+TEST(DownloadSchedule, TheChosenListsAreKeptInOneSetting) {
+  settings::Config config;
+  EXPECT_TRUE(ChosenDownloadLists(config).empty());
+  ChooseDownloadLists(config, {"tech.inc", "my list.inc"});
+  EXPECT_EQ(config.downloadLists, "tech.inc,my list.inc");
+  EXPECT_EQ(ChosenDownloadLists(config), (std::vector<std::string>{"tech.inc", "my list.inc"}));
+  config.downloadLists = " a.inc , ,b.inc,";  // as a user may type it with "config set"
+  EXPECT_EQ(ChosenDownloadLists(config), (std::vector<std::string>{"a.inc", "b.inc"}));
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ TEST(Config, WriteConfigStoresEverySettingInTableOrderAndReadsItBack) {
   c.downloadTime.serial = 17.5 / 24;
   c.downloadDate.serial = *platform::ParseDate("2024-03-05");
   c.enableAutoDownload = true;
+  c.downloadLists = "sample.inc,tech.inc";
   c.windowHeight = -3;
   c.buyMode = 2;
   c.unusualVolumePercentage = 0.123456789012345;
@@ -30,7 +31,8 @@ TEST(Config, WriteConfigStoresEverySettingInTableOrderAndReadsItBack) {
   c.WriteConfig(store);
   EXPECT_EQ(ReadText(dir / "s.ini"),
             "[Paths]\r\nStock File Path=/home/me/prices\r\nInc File Path=\r\n\r\n"
-            "[Download]\r\nTime=5:30:00 PM\r\nDate=3/5/2024\r\nEnabled=True\r\n\r\n"
+            "[Download]\r\nTime=5:30:00 PM\r\nDate=3/5/2024\r\nEnabled=True\r\n"
+            "Lists=sample.inc,tech.inc\r\n\r\n"
             "[View]\r\nShowRS=False\r\nCurrent=4\r\nHeight=-3\r\nWidth=12255\r\n\r\n"
             "[Batch]\r\nRS Days=10\r\nRS Check=True\r\nUse Unusual Volume=True\r\nBuyMode=2\r\n"
             "Unusual Volume Percentage=0.123456789012345\r\nStop Loss Limit=0.3\r\n\r\n"
@@ -84,6 +86,58 @@ TEST(Config, ATextThatDoesNotConvertNamesSectionValueAndText) {
     EXPECT_NE(error.find(c.expected), std::string::npos) << error;
     EXPECT_NE(error.find("s.ini"), std::string::npos) << error;
   }
+}
+
+// One value that does not convert costs nothing else: the later values are read, the error says
+// what was kept, and writing the settings back leaves the user's own text until the value is
+// changed in this run.
+TEST(Config, AValueThatDoesNotConvertIsKeptAsTheUserWroteIt) {
+  TempDir dir;
+  WriteText(dir / "s.ini",
+            "[View]\nCurrent=abc\n[Batch]\nBuyMode=2\nStop Loss Limit=0.5\n"
+            "[Scans]\n52 Week Period=30\n");
+  const MRegistry store(dir / "s.ini");
+  Config c;
+  const std::string error = test::ErrorText([&] { c.ReadConfig(store); });
+  EXPECT_NE(error.find("[View] Current = \"abc\" is not a whole number"), std::string::npos);
+  EXPECT_NE(error.find("the default 4 is used, and \"abc\" stays in the file"), std::string::npos)
+      << error;
+  EXPECT_EQ(c.currentView, 4);
+  EXPECT_EQ(c.buyMode, 2);
+  EXPECT_EQ(c.stopLossLimit, 0.5);
+  EXPECT_EQ(c.period52week, 30);
+
+  c.WriteConfig(store);
+  const std::string written = ReadText(dir / "s.ini");
+  for (const char* line :
+       {"Current=abc\r\n", "BuyMode=2\r\n", "Stop Loss Limit=0.5\r\n", "52 Week Period=30\r\n"}) {
+    EXPECT_NE(written.find(line), std::string::npos) << line << " in\n" << written;
+  }
+  c.currentView = 5;  // the user chose a view: that is what is stored now
+  c.WriteConfig(store);
+  EXPECT_NE(ReadText(dir / "s.ini").find("Current=5\r\n"), std::string::npos);
+}
+
+// A folder given on the command line is for the run: the stored one is written back, unless the
+// user changed the folder afterwards.
+TEST(Config, AValueSetForThisRunIsNotWrittenBack) {
+  TempDir dir;
+  WriteText(dir / "s.ini", "[Paths]\nStock File Path=/home/me/prices\n[View]\nCurrent=x\n");
+  const MRegistry store(dir / "s.ini");
+  Config c;
+  EXPECT_THROW(c.ReadConfig(store), Error);
+  SetForThisRun(c, "Paths", "Stock File Path", "/tmp/copy");
+  SetForThisRun(c, "View", "Current", "2");
+  EXPECT_EQ(c.StockFilePath, "/tmp/copy");
+  EXPECT_EQ(c.currentView, 2);
+  c.WriteConfig(store);
+  std::string written = ReadText(dir / "s.ini");
+  EXPECT_NE(written.find("Stock File Path=/home/me/prices\r\n"), std::string::npos) << written;
+  EXPECT_NE(written.find("Current=x\r\n"), std::string::npos) << written;
+  c.StockFilePath = "/home/me/other";
+  c.WriteConfig(store);
+  written = ReadText(dir / "s.ini");
+  EXPECT_NE(written.find("Stock File Path=/home/me/other\r\n"), std::string::npos) << written;
 }
 
 // Names as the table spells them come back from "config set" in the command-line test.

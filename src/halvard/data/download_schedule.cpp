@@ -4,6 +4,7 @@
 
 #include "halvard/data/watch_list.h"
 #include "halvard/platform/date_text.h"
+#include "halvard/platform/number_text.h"
 
 namespace halvard::data {
 namespace {
@@ -58,9 +59,28 @@ double MonthsBefore(double date, int months) {
   return first + (d.day < lastDay ? d.day : lastDay) - 1;
 }
 
+std::vector<std::string> ChosenDownloadLists(const settings::Config& config) {
+  std::vector<std::string> names;
+  std::string_view rest = config.downloadLists;
+  while (!rest.empty()) {
+    const size_t comma = rest.find(',');
+    const std::string_view name = platform::TrimSpaces(rest.substr(0, comma));
+    if (!name.empty()) names.emplace_back(name);
+    rest = comma == std::string_view::npos ? std::string_view() : rest.substr(comma + 1);
+  }
+  return names;
+}
+
+void ChooseDownloadLists(settings::Config& config, const std::vector<std::string>& names) {
+  std::string joined;
+  for (const std::string& name : names) joined += (joined.empty() ? "" : ",") + name;
+  config.downloadLists = joined;
+}
+
 bool AutoDownload(const std::vector<std::string>& listNames, bool skipExisting, double today,
                   Downloader& downloader, settings::Config& config,
                   const settings::MRegistry& store, platform::Progress& progress) {
+  if (listNames.empty()) return false;
   bool allDownloaded = true;
   const int total = static_cast<int>(listNames.size());
   for (int i = 0; i < total && !progress.Cancelled(); ++i) {

@@ -35,10 +35,15 @@ std::string ScheduleVerdictText(ScheduleVerdict verdict, const settings::Config&
 // day of a shorter month (3/31 minus one month is 2/28 or 2/29).
 double MonthsBefore(double date, int months);
 
+// The watch lists chosen for the scheduled download (downloadLists), in the order chosen.
+std::vector<std::string> ChosenDownloadLists(const settings::Config& config);
+void ChooseDownloadLists(settings::Config& config, const std::vector<std::string>& names);
+
 // Downloads every list (names of the watch-list folder, in the order given) over the twelve
 // months up to today, then stores today as downloadDate and writes that value to the store.
 // Failed symbols are in the event log only. Returns true when no symbol failed. A cancel stops
-// between two symbols and leaves downloadDate as it was.
+// between two symbols and leaves downloadDate as it was; with no list nothing is downloaded and
+// the date is not stored either (false), so the download stays due until lists are chosen.
 bool AutoDownload(const std::vector<std::string>& listNames, bool skipExisting, double today,
                   Downloader& downloader, settings::Config& config,
                   const settings::MRegistry& store, platform::Progress& progress);

@@ -97,6 +97,7 @@ void VisitSettings(C& c, Visitor&& visit) {
   visit("Download", "Time", "4:00 PM", c.downloadTime);
   visit("Download", "Date", "1/1/00", c.downloadDate);
   visit("Download", "Enabled", "False", c.enableAutoDownload);
+  visit("Download", "Lists", "", c.downloadLists);
   visit("View", "ShowRS", "False", c.showRS);
   visit("View", "Current", "4", c.currentView);
   visit("View", "Height", "5010", c.windowHeight);
@@ -137,6 +138,19 @@ UsageError UnknownSetting(std::string_view section, std::string_view name) {
 
 }  // namespace
 
+void SetForThisRun(Config& config, std::string_view section, std::string_view name,
+                   std::string_view text) {
+  std::string stored = GetSettingText(config, section, name).text;
+  const SettingText after = SetSettingFromText(config, section, name, text);
+  // A value already kept (a text that did not convert) keeps the file's own text.
+  std::erase_if(config.kept, [&](const Config::Kept& k) {
+    if (k.section != after.section || k.name != after.name) return false;
+    stored = k.stored;
+    return true;
+  });
+  config.kept.push_back({after.section, after.name, stored, after.text});
+}
+
 std::string DefaultStockFilePath() {
   return (platform::DataHome() / "data").string();
 }
@@ -145,18 +159,32 @@ std::string DefaultIncFilePath() {
 }
 
 void Config::ReadConfig(const MRegistry& store) {
-  VisitSettings(*this,
-                [&](const char* section, const char* name, const std::string& def, auto& field) {
-                  const std::string text = store.GetString(kAppName, section, name, def);
-                  Convert(section, name, text, field, store.file().string() + ": ");
-                });
+  kept.clear();
+  std::string problems;
+  VisitSettings(
+      *this, [&](const char* section, const char* name, const std::string& def, auto& field) {
+        const std::string text = store.GetString(kAppName, section, name, def);
+        try {
+          Convert(section, name, text, field, "");
+        } catch (const Error& e) {
+          Convert(section, name, def, field, "");
+          kept.push_back({section, name, text, ToText(field)});
+          problems += std::string(problems.empty() ? "" : "; ") + e.what() + " (the default " +
+                      ToText(field) + " is used, and \"" + text + "\" stays in the file)";
+        }
+      });
+  if (!problems.empty()) throw Error(store.file().string() + ": " + problems);
 }
 
 void Config::WriteConfig(const MRegistry& store) const {
   std::vector<StoredValue> values;
   VisitSettings(*this,
                 [&](const char* section, const char* name, const std::string&, const auto& field) {
-                  values.push_back({section, name, ToText(field)});
+                  std::string text = ToText(field);
+                  for (const Kept& k : kept) {
+                    if (k.section == section && k.name == name && k.given == text) text = k.stored;
+                  }
+                  values.push_back({section, name, std::move(text)});
                 });
   store.SaveStrings(kAppName, values);
 }

@@ -26,6 +26,7 @@ class Config {
   DateValue downloadTime;
   DateValue downloadDate;
   bool enableAutoDownload = false;
+  std::string downloadLists;  // the watch lists of the scheduled download, separated by ","
   // View
   bool showRS = false;
   int16_t currentView = 4;
@@ -48,11 +49,22 @@ class Config {
   int16_t RSRankScanPercentage = 20;
 
   // Fills every property from the store, in the order of the settings table; a missing value
-  // takes its default text. A text that does not convert is a halvard::Error naming the
-  // section, the value name and the text.
+  // takes its default text. A text that does not convert leaves its property at the default and
+  // is kept (see kept); every other value is still read, then a halvard::Error names each such
+  // section, value name and text, and says what was kept.
   void ReadConfig(const MRegistry& store);
-  // Stores every property as text, section by section (Paths, Download, View, Batch, Scans).
+  // Stores every property as text, section by section (Paths, Download, View, Batch, Scans); a
+  // kept value whose property still holds what it was given is stored as the file had it.
   void WriteConfig(const MRegistry& store) const;
+
+  // A value that writing puts back as the file had it (stored) for as long as its property
+  // holds the text it was given at start (given): a text that did not convert, whose property
+  // took the default, and a value set for one run only. Once the property is changed in this
+  // run, its new value is written.
+  struct Kept {
+    std::string section, name, stored, given;
+  };
+  std::vector<Kept> kept;
 };
 
 // One setting as text: how "config show" lists it and how the store holds it.
@@ -74,6 +86,11 @@ SettingText GetSettingText(const Config& config, std::string_view section, std::
 // does not convert is a halvard::UsageError.
 SettingText SetSettingFromText(Config& config, std::string_view section, std::string_view name,
                                std::string_view text);
+
+// Sets a value for this run only, as SetSettingFromText does: writing the settings keeps the
+// stored text unless the value is changed again in this run.
+void SetForThisRun(Config& config, std::string_view section, std::string_view name,
+                   std::string_view text);
 
 // The default folders of a fresh machine (under the XDG data folder).
 std::string DefaultStockFilePath();
