@@ -41,6 +41,8 @@ TEST_F(BooleanDBTest, RecordsAreStoredFirstOperationSecondResultAndBrowsedWithin
   db.MoveBack();
   db.MoveBack();  // before the first: nothing on view, the outputs untouched
   EXPECT_EQ(Current().firstList, "-");
+  // The file still holds its records, and the count says so.
+  EXPECT_EQ(Status(), " Edit data and add a new record by clicking Add|2 Records in file ");
   db.MoveNext();
   db.DeleteCurr();
   EXPECT_EQ(Current().result, "d");
@@ -62,12 +64,14 @@ TEST_F(BooleanDBTest, AShortLineIsAnErrorNamingItsLine) {
 TEST_F(BooleanDBTest, RunAllReplaysEveryRecordAndAnUnknownOperationSavesTheFirstList) {
   test::WriteText(dir / "a.inc", "AAA\r\nBBB\r\n");
   test::WriteText(dir / "b.inc", "BBB\r\nCCC\r\n");
-  test::WriteText(
-      dir / "booldb.dat",
-      "a.inc:intersect:b.inc:both\r\na.inc:xor:b.inc:same.inc\r\na.inc:union:b.inc:\r\n");
+  test::WriteText(dir / "booldb.dat",
+                  "a.inc:intersect:b.inc:both\r\na.inc:xor:b.inc:same.inc\r\na.inc:union:b.inc:\r\n"
+                  "a.inc:Difference:b.inc:only-a.inc\r\n");
   db.ReadFile(dir / "booldb.dat");
-  EXPECT_EQ(RunAll(dir.path(), db), 3);
+  EXPECT_EQ(RunAll(dir.path(), db), 4);
   EXPECT_EQ(test::ReadText(dir / "both"), "BBB\r\n");  // no extension added
+  // The operation is chosen as the window's drop-down chooses it, without regard to case.
+  EXPECT_EQ(test::ReadText(dir / "only-a.inc"), "AAA\r\n");
   EXPECT_EQ(test::ReadText(dir / "same.inc"), "AAA\r\nBBB\r\n");
   EXPECT_EQ(RunCurr(dir.path(), {"a.inc", "b.inc", "union", ""}), 0u);  // no result name
 }

@@ -69,7 +69,8 @@ std::string BooleanDB::StatusRecordText() const {
 }
 
 std::string BooleanDB::StatusCountText() const {
-  return OnView() ? std::to_string(count()) + " Records in file " : " Empty boolean data file";
+  // Before the first record (after "<") the file still holds its records.
+  return count() > 0 ? std::to_string(count()) + " Records in file " : " Empty boolean data file";
 }
 
 size_t RunCurr(const std::filesystem::path& listFolder, const SetOpRecord& record) {
@@ -78,11 +79,12 @@ size_t RunCurr(const std::filesystem::path& listFolder, const SetOpRecord& recor
   SetOps b;
   a.Initialize(listFolder / record.firstList);
   b.Initialize(listFolder / record.secondList);
-  if (record.operation == "union") {
+  using platform::EqualsIgnoreCase;
+  if (EqualsIgnoreCase(record.operation, "union")) {
     a.Union(b);
-  } else if (record.operation == "intersect") {
+  } else if (EqualsIgnoreCase(record.operation, "intersect")) {
     a.Intersect(b);
-  } else if (record.operation == "difference") {
+  } else if (EqualsIgnoreCase(record.operation, "difference")) {
     a.Difference(b);
   }
   a.SaveAs(listFolder / record.result);

@@ -46,7 +46,8 @@ class BooleanDB {
   int count() const { return static_cast<int>(records_.size()); }
   const std::vector<std::string>& records() const { return records_; }
 
-  // The window's two status panels: the record on view and the count, or the empty-file texts.
+  // The window's two status panels: the record on view, or the invitation to add one; the
+  // count of records in the file, or the empty-file text only when the file holds none.
   std::string StatusRecordText() const;
   std::string StatusCountText() const;
 
@@ -59,7 +60,8 @@ class BooleanDB {
 };
 
 // Runs one combination in the watch-list folder: first and second list read, the operation
-// ("union", "intersect", "difference"; any other text combines nothing) applied, the first
+// ("union", "intersect", "difference", in any case, as the window's drop-down chooses it; any
+// other text combines nothing) applied, the first
 // list's set saved under the result name as it stands (no extension added). Nothing is done
 // when the result name is empty. Returns the number of symbols written.
 size_t RunCurr(const std::filesystem::path& listFolder, const SetOpRecord& record);
