@@ -1,8 +1,10 @@
 #include "dialogs.h"
 
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QUrl>
 #include <cstdio>
 
 namespace halvard::gui {
@@ -48,6 +50,10 @@ QString QtDialogs::saveReport(QWidget* parent, const QString& folder) {
 
 QString QtDialogs::pickFolder(QWidget* parent, const QString& title, const QString& start) {
   return QFileDialog::getExistingDirectory(parent, title, start, QFileDialog::ShowDirsOnly);
+}
+
+bool QtDialogs::openWithDesktop(const QString& file) {
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(file));
 }
 
 void QuietDialogs::message(QWidget*, const QString& title, const QString& text, Icon) {

@@ -27,6 +27,8 @@ class Dialogs {
   virtual QString saveReport(QWidget* parent, const QString& folder) = 0;
   // A folder picked under the given title; empty when cancelled.
   virtual QString pickFolder(QWidget* parent, const QString& title, const QString& start) = 0;
+  // Hands a file to the program the desktop has for it; false when none took it.
+  virtual bool openWithDesktop(const QString& file) = 0;
 };
 
 // The real ones: QMessageBox, QInputDialog, QFileDialog.
@@ -39,6 +41,7 @@ class QtDialogs : public Dialogs {
                         const QString& proposedName) override;
   QString saveReport(QWidget* parent, const QString& folder) override;
   QString pickFolder(QWidget* parent, const QString& title, const QString& start) override;
+  bool openWithDesktop(const QString& file) override;
 };
 
 // For a run nobody watches (--screenshot): messages go to stderr, every prompt is cancelled.
@@ -51,6 +54,7 @@ class QuietDialogs : public Dialogs {
   QString saveWatchList(QWidget*, const QString&, const QString&) override { return {}; }
   QString saveReport(QWidget*, const QString&) override { return {}; }
   QString pickFolder(QWidget*, const QString&, const QString&) override { return {}; }
+  bool openWithDesktop(const QString&) override { return false; }
 };
 
 }  // namespace halvard::gui

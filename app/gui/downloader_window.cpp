@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QStatusBar>
 #include <QTimeEdit>
 #include <QVBoxLayout>
@@ -114,6 +115,12 @@ DownloaderWindow::DownloaderWindow(MainFrm& main)
           [this](bool on) { main_.config().enableAutoDownload = on; });
   connect(downloadTime_, &QTimeEdit::timeChanged, this,
           [this](QTime time) { main_.config().downloadTime.serial = Fraction(time); });
+  // The chosen lists serve the scheduled download, in this run and after a restart.
+  connect(incList_, &QListWidget::itemSelectionChanged, this, [this] {
+    std::vector<std::string> names;
+    for (const QString& name : selectedLists()) names.push_back(name.toStdString());
+    data::ChooseDownloadLists(main_.config(), names);
+  });
   connect(autoPickList_, &QComboBox::activated, this, &DownloaderWindow::PickPeriod);
   connect(downloadBtn_, &QPushButton::clicked, this, &DownloaderWindow::DownloadSelected);
 }
@@ -159,7 +166,12 @@ void DownloaderWindow::BuildWindow() {
 }
 
 void DownloaderWindow::RefreshLists() {
-  const QStringList chosen = selectedLists();
+  QStringList chosen;
+  for (const std::string& name : data::ChosenDownloadLists(main_.config())) {
+    chosen << QString::fromStdString(name);
+  }
+  // Filling the list is no choice of the user's: the chosen lists stay as the settings have them.
+  const QSignalBlocker block(incList_);
   QStringList names;
   main_.Guarded([&] {
     for (const std::string& name : data::ListWatchLists(main_.config().IncFilePath)) {
@@ -234,8 +246,12 @@ bool DownloaderWindow::DownloadOne(const QString& name) {
 
 void DownloaderWindow::AutoDownload() {
   if (main_.running()) return;
-  std::vector<std::string> lists;
-  for (const QString& name : selectedLists()) lists.push_back(name.toStdString());
+  const std::vector<std::string> lists = data::ChosenDownloadLists(main_.config());
+  if (lists.empty()) {
+    // Nothing to download, so nothing is recorded as done: the download stays due.
+    SetStatus(kNoListChosen);
+    return;
+  }
   const bool skip = existingFileCheck_->isChecked();
   // The list steps of the download name the list; the symbol steps go to the progress window.
   ProgressRelay relay(main_.progressWindow(), [this](int, int, std::string_view text) {

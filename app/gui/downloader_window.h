@@ -30,8 +30,11 @@ class DownloaderWindow : public QDialog {
   // "&Download": each chosen list over the date range, with a message for each.
   void DownloadSelected();
   // The scheduled download: the chosen lists over the twelve months up to today, failures in
-  // the event log only; then today is the date of the last download.
+  // the event log only; then today is the date of the last download. With no list chosen it
+  // says so in the status bar, downloads nothing and records nothing.
   void AutoDownload();
+  static inline const QString kNoListChosen =
+      QStringLiteral("No watch list is chosen for the scheduled download");
 
   QStringList selectedLists() const;
   QString statusText() const;

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <cstdio>
+#include <memory>
 
 #include "dialogs.h"
 #include "halvard/platform/samples_folder.h"
@@ -32,11 +33,27 @@ std::optional<int> Number(const QString& text, int low, int high) {
   return n;
 }
 
+// True when the arguments only ask for text (the help, the version): that needs no display, so
+// no window system is opened for it and it works over ssh or in a script.
+bool OnlyText(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    const QByteArray arg(argv[i]);
+    if (arg == "--") break;
+    for (const char* option : {"-h", "-?", "--help", "--help-all", "-v", "--version"}) {
+      if (arg == option) return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  QApplication app(argc, argv);
-  QApplication::setApplicationName(QStringLiteral("Halvard 600"));
+  const std::unique_ptr<QCoreApplication> application =
+      OnlyText(argc, argv) ? std::make_unique<QCoreApplication>(argc, argv)
+                           : std::make_unique<QApplication>(argc, argv);
+  QCoreApplication& app = *application;
+  QCoreApplication::setApplicationName(QStringLiteral("Halvard 600"));
 
   QCommandLineParser parser;
   parser.setApplicationDescription(
@@ -71,7 +88,8 @@ int main(int argc, char** argv) {
       QStringLiteral("With --screenshot: a picture of this window instead of the main window"),
       kScreenshotWindows.join(u'|'));
   parser.addOptions({config, stockDir, listDir, screenshot, list, view, optionsPage, secondary});
-  parser.process(app);
+  parser.process(app);  // the help and the version are printed here, and the program ends
+  if (qobject_cast<QApplication*>(&app) == nullptr) return 0;
 
   halvard::gui::ScreenshotRequest request;
   const bool picture = parser.isSet(screenshot);
@@ -117,6 +135,9 @@ int main(int argc, char** argv) {
     if (!halvard::gui::TakeScreenshot(window, request, error)) {
       std::fprintf(stderr, "halvard-gui: error: %s\n", qPrintable(error));
       return 1;
+    }
+    for (const QString& text : halvard::gui::WindowTexts(window)) {
+      std::printf("%s\n", text.toUtf8().constData());
     }
     return 0;
   }

@@ -14,12 +14,14 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "backtest_window.h"
 #include "chart_widget.h"
 #include "dialogs.h"
 #include "download_timer.h"
+#include "elided_label.h"
 #include "halvard/data/file_parser.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
@@ -113,15 +115,18 @@ void MainFrm::BuildWindow() {
   columns->addWidget(stockInfo_, 1);
   setCentralWidget(central);
 
-  statusTitle_ = new QLabel(this);
+  // Both panels give way to a narrow window: a text that does not fit is cut with "…" and shown
+  // whole as the panel's tooltip, so the window never grows for it.
+  statusTitle_ = new ElidedLabel(this);
   statusTitle_->setObjectName(QStringLiteral("statusPanel1"));
-  statusText_ = new QLabel(this);
+  statusText_ = new ElidedLabel(this);
   statusText_->setObjectName(QStringLiteral("statusPanel2"));
   statusBar()->setObjectName(QStringLiteral("statusBar"));
-  // Wide enough for the longest view title and a long symbol, so panel 2 does not jump about.
-  statusTitle_->setMinimumWidth(
-      statusTitle_->fontMetrics().horizontalAdvance(QStringLiteral("Thirty Day View - WWWWWW")));
-  statusBar()->addWidget(statusTitle_);
+  // Room for the longest view title and a long symbol, so panel 2 does not jump about.
+  statusTitle_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  statusBar()->addWidget(statusTitle_, 0);
+  statusTitle_->setFixedWidth(
+      statusTitle_->fontMetrics().horizontalAdvance(QStringLiteral("Thirty Day View - WWWWWW ")));
   statusBar()->addWidget(statusText_, 1);
 
   downloadTimer_ = new DownloadTimer(session_->config, this);
@@ -129,7 +134,18 @@ void MainFrm::BuildWindow() {
   progress_ = new ProgressWindow(this);
   backtestWindow_ = new BacktestWindow(this);
 
-  connect(IncListBox_, &QComboBox::currentIndexChanged, this, &MainFrm::SelectIncList);
+  connect(IncListBox_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    SelectIncList(index);
+    // A choice of the user's also comes as activated() just after, in the same event: the list
+    // is loaded once.
+    listJustSelected_ = true;
+    QTimer::singleShot(0, this, [this] { listJustSelected_ = false; });
+  });
+  // Choosing the entry already shown loads the list again: it may have been edited on disk,
+  // or "f" may have loaded another list meanwhile.
+  connect(IncListBox_, &QComboBox::activated, this, [this](int index) {
+    if (!listJustSelected_) SelectIncList(index);
+  });
   connect(HotList_, &QListWidget::currentRowChanged, this, &MainFrm::SelectSymbol);
   connect(StockGraph_, &ChartWidget::resized, this, [this](double width, double height) {
     chart::LayOut(session_->chart, width, height);
@@ -140,8 +156,13 @@ void MainFrm::BuildWindow() {
 void MainFrm::StartUp(const StartOptions& options) {
   runs::Session& s = *session_;
   Guarded([&] { s.ReadSettings(); });
-  if (!options.stockDir.empty()) s.config.StockFilePath = options.stockDir;
-  if (!options.listDir.empty()) s.config.IncFilePath = options.listDir;
+  // Folders given on the command line are for this run: closing the window keeps the stored ones.
+  if (!options.stockDir.empty()) {
+    settings::SetForThisRun(s.config, "Paths", "Stock File Path", options.stockDir);
+  }
+  if (!options.listDir.empty()) {
+    settings::SetForThisRun(s.config, "Paths", "Inc File Path", options.listDir);
+  }
   Guarded([&] {
     const std::string notice = settings::PrepareFolders(s.config, options.samplesDir);
     if (!notice.empty()) {
@@ -190,10 +211,21 @@ void MainFrm::ShowView() {
       problem = Q(e.what());
     }
   });
-  StockGraph_->ShowNotDownloaded(!s.chartReady);
-  if (!s.chartReady) return;
+  StockGraph_->ShowNotDownloaded(!s.drawable());
+  // A key that only clears the chart leaves the status bar as it was; a failed load has already
+  // emptied the status text, so no older symbol's numbers stay beside the new name.
   statusTitle_->setText(Q(s.chart.title));
   statusText_->setText(problem.isEmpty() ? Q(s.statusText) : problem);
+}
+
+void MainFrm::ShowLoaded() {
+  runs::Session& s = *session_;
+  // A stock without a price file leaves the picture of the one before, named as it was.
+  if (s.view().barCount == 0) return;
+  StockGraph_->Draw([&](chart::Canvas& canvas) { s.DrawLoaded(canvas); });
+  StockGraph_->ShowNotDownloaded(false);
+  statusTitle_->setText(Q(s.chart.title));
+  statusText_->setText(Q(s.statusText));
 }
 
 void MainFrm::RefreshIncList() {

@@ -83,6 +83,8 @@ class MainFrm : public QMainWindow {
   // Draws the chart when it is ready (else the label over a cleared surface) and fills the
   // status bar.
   void ShowView();
+  // Draws the series in memory as a run over a list left it, without computing anything.
+  void ShowLoaded();
   void RefreshIncList();
   // Called after every keyboard change of a trading setting; deliberately does nothing.
   void UpdateLights() {}
@@ -174,6 +176,8 @@ class MainFrm : public QMainWindow {
   bool running_ = false;
   bool closeAfterRun_ = false;
   bool writeOnClose_ = true;
+  bool askedForDownloadLists_ = false;
+  bool listJustSelected_ = false;  // the list box changed its entry in this event
 };
 
 }  // namespace halvard::gui

@@ -2,13 +2,12 @@
 // the view last, so a key that does not redraw leaves the "Data Not Downloaded Yet" label up.
 
 #include <QComboBox>
-#include <QDesktopServices>
-#include <QUrl>
 
 #include "backtest_window.h"
 #include "dialogs.h"
 #include "halvard/data/watch_list.h"
 #include "main_frm.h"
+#include "text_editor.h"
 #include "typed_number.h"
 
 namespace halvard::gui {
@@ -136,9 +135,9 @@ void MainFrm::AskRSDays() {
 }
 
 void MainFrm::AskUnusualVolume() {
-  const auto x = AskDouble(QStringLiteral("Unusual Volume"),
-                           QStringLiteral("Enter the unusual volume %age"),
-                           QStringLiteral("The unusual volume %age"));
+  const auto x =
+      AskDouble(QStringLiteral("Unusual Volume"), QStringLiteral("Enter the unusual volume %age"),
+                QStringLiteral("The unusual volume %age"));
   if (!x) return;
   // A fraction is taken as it is, a larger number as a percentage; 0, below and exactly 1 are
   // ignored.
@@ -151,16 +150,16 @@ void MainFrm::AskUnusualVolume() {
 }
 
 void MainFrm::AskBuyMode() {
-  const auto mode = AskShort(QStringLiteral("Buy Mode"),
-                             QStringLiteral("Enter buy mode 1=BoxTop, 2=bounce? "),
-                             QStringLiteral("The buy mode"));
+  const auto mode =
+      AskShort(QStringLiteral("Buy Mode"), QStringLiteral("Enter buy mode 1=BoxTop, 2=bounce? "),
+               QStringLiteral("The buy mode"));
   if (mode == 1 || mode == 2) session_->config.buyMode = *mode;
 }
 
 void MainFrm::AskStopLoss() {
-  const auto x = AskDouble(QStringLiteral("Stoploss ..."),
-                           QStringLiteral("Enter stop loss percentage?"),
-                           QStringLiteral("The stop loss"));
+  const auto x =
+      AskDouble(QStringLiteral("Stoploss ..."), QStringLiteral("Enter stop loss percentage?"),
+                QStringLiteral("The stop loss"));
   if (!x) return;
   // Dollars below the box bottom, stored as typed (unlike the unusual volume, no division).
   session_->config.stopLossLimit = *x;
@@ -224,12 +223,17 @@ void MainFrm::BacktestCurrent(bool signalMode) {
 }
 
 void MainFrm::EditCurrent() {
-  if (IncListBox_->currentIndex() < 0) return;
+  if (IncListBox_->currentIndex() < 0) {
+    Refuse(QStringLiteral("There is no watch list to edit in %1")
+               .arg(QString::fromStdString(session_->config.IncFilePath)));
+    return;
+  }
   const std::filesystem::path file = std::filesystem::path(session_->config.IncFilePath) /
                                      IncListBox_->currentText().toStdString();
-  // Handed to the desktop as one path, never through a shell, so spaces and quotes in the
-  // name reach the editor intact.
-  QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file.string())));
+  const QString why =
+      OpenInTextEditor(QString::fromStdString(file.string()),
+                       [this](const QString& path) { return dialogs_.openWithDesktop(path); });
+  if (!why.isEmpty()) Refuse(why);
 }
 
 }  // namespace halvard::gui

@@ -12,6 +12,8 @@
 #include "halvard/runs/scans.h"
 #include "main_frm.h"
 #include "options_dialog.h"
+#include "progress_relay.h"
+#include "progress_window.h"
 
 namespace halvard::gui {
 namespace {
@@ -112,8 +114,13 @@ void MainFrm::BuildMenus() {
 
 void MainFrm::RunScan(const runs::ScanCommand& command) {
   runs::Session& s = *session_;
+  // With "Update Graphs During Scans" on, the chart follows the scan stock by stock: each step
+  // shows the stock the scan loaded last.
+  ProgressRelay relay(*progress_, [this](int, int, std::string_view) {
+    if (session_->config.enableGraphUpdate) ShowLoaded();
+  });
   // A cancelled or failed scan offers nothing to save: its list would be incomplete.
-  if (!RunLong([&](platform::Progress& p) { command.run(s, p); })) return;
+  if (!RunLong([&](platform::Progress&) { command.run(s, relay); })) return;
   const QString file = dialogs_.saveWatchList(this, QString::fromStdString(s.config.IncFilePath),
                                               QString::fromStdString(command.listName(s.config)));
   if (!file.isEmpty()) Guarded([&] { runs::SaveResultList(s, file.toStdString()); });

@@ -2,6 +2,7 @@
 
 #include "boolean_window.h"
 #include "downloader_window.h"
+#include "halvard/data/download_schedule.h"
 #include "main_frm.h"
 #include "report_window.h"
 
@@ -45,6 +46,12 @@ void MainFrm::CloseSecondaryWindows() {
 }
 
 void MainFrm::ScheduledDownload() {
+  // With no list chosen the download stays due: the downloader opens once a run to say so,
+  // not on every tick.
+  if (data::ChosenDownloadLists(config()).empty()) {
+    if (askedForDownloadLists_) return;
+    askedForDownloadLists_ = true;
+  }
   OpenDownloader().AutoDownload();
 }
 

@@ -11,16 +11,15 @@ namespace halvard::gui {
 ProgressWindow::ProgressWindow(QWidget* parent)
     : QDialog(parent),
       label_(new QLabel(this)),
-      count_(new QLabel(this)),
       bar_(new QProgressBar(this)),
       cancel_(new QPushButton(tr("Cancel"), this)) {
   setObjectName(QStringLiteral("msgboxFrm"));
   setWindowTitle(QStringLiteral("Halvard 600"));
   setModal(false);
   label_->setMinimumWidth(320);
+  bar_->setFormat(QStringLiteral("%p%"));
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(label_);
-  layout->addWidget(count_);
   layout->addWidget(bar_);
   layout->addWidget(cancel_, 0, Qt::AlignRight);
   connect(cancel_, &QPushButton::clicked, this, &ProgressWindow::Cancel);
@@ -40,7 +39,6 @@ void ProgressWindow::Start() {
   cancelled_ = false;
   cancel_->setEnabled(true);
   label_->clear();
-  count_->clear();
   bar_->setRange(0, 0);
 }
 
@@ -52,7 +50,8 @@ void ProgressWindow::showMessage(const QString& symbol, const QString& prefix,
 
 void ProgressWindow::Step(int done, int total, std::string_view text) {
   showMessage(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), {}, {});
-  count_->setText(tr("%1 of %2").arg(done + 1).arg(total));
+  // The run's own text carries its count ("Processing stock #3 of 39"); the bar says how far
+  // along it is in percent only, so no second counter can disagree with it.
   bar_->setRange(0, total);
   bar_->setValue(done);
   QCoreApplication::processEvents();
@@ -62,8 +61,8 @@ QString ProgressWindow::labelText() const {
   return label_->text();
 }
 
-QString ProgressWindow::countText() const {
-  return count_->text();
+QString ProgressWindow::barText() const {
+  return bar_->text();
 }
 
 }  // namespace halvard::gui

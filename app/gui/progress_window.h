@@ -34,11 +34,10 @@ class ProgressWindow : public QDialog, public platform::Progress {
   bool Cancelled() const override { return cancelled_; }
 
   QString labelText() const;
-  QString countText() const;
+  QString barText() const;  // how far the run is, in percent
 
  private:
   QLabel* label_;
-  QLabel* count_;
   QProgressBar* bar_;
   QPushButton* cancel_;
   bool cancelled_ = false;

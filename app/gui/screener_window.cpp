@@ -1,6 +1,7 @@
 #include "screener_window.h"
 
 #include <QCheckBox>
+#include <QFontMetrics>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -178,10 +179,15 @@ void ScreenerWindow::BuildWindow() {
 
   found_->setObjectName(QStringLiteral("foundLabel"));
   symbols_->setObjectName(QStringLiteral("resultList"));
-  // Symbols are short: many columns of them fit where one would leave the width empty.
-  symbols_->setFlow(QListView::TopToBottom);
+  // Symbols are short: many fit on a row. They fill row by row, read as text is read, each in
+  // a cell of the same width, so two neighbours never run together into one name.
+  symbols_->setFlow(QListView::LeftToRight);
   symbols_->setWrapping(true);
   symbols_->setResizeMode(QListView::Adjust);
+  symbols_->setUniformItemSizes(true);
+  const QFontMetrics metrics(symbols_->font());
+  symbols_->setGridSize(
+      QSize(metrics.horizontalAdvance(QStringLiteral("WWWWWW")) + 12, metrics.height() + 4));
   symbols_->setMinimumHeight(110);
   notes_->setObjectName(QStringLiteral("notesLabel"));
   notes_->setWordWrap(true);

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPixmap>
@@ -28,7 +29,8 @@ QPixmap SecondaryWindowPicture(MainFrm& window, const QString& which, QString& e
   if (which == QStringLiteral("downloader")) {
     DownloaderWindow& downloader = window.OpenDownloader();
     auto* lists = downloader.findChild<QListWidget*>(QStringLiteral("incList"));
-    const QString chosen = window.findChild<QComboBox*>(QStringLiteral("IncListBox"))->currentText();
+    const QString chosen =
+        window.findChild<QComboBox*>(QStringLiteral("IncListBox"))->currentText();
     for (QListWidgetItem* item : lists->findItems(chosen, Qt::MatchFixedString)) {
       item->setSelected(true);
     }
@@ -109,6 +111,16 @@ bool TakeScreenshot(MainFrm& window, const ScreenshotRequest& request, QString& 
     return false;
   }
   return true;
+}
+
+QStringList WindowTexts(const MainFrm& window) {
+  QStringList texts;
+  for (const char* panel : {"statusPanel1", "statusPanel2"}) {
+    texts << window.findChild<QLabel*>(QString::fromLatin1(panel))->text();
+  }
+  const auto* label = window.findChild<QLabel*>(QStringLiteral("notDownloadedError"));
+  if (!label->isHidden()) texts << label->text();
+  return texts;
 }
 
 }  // namespace halvard::gui

@@ -31,4 +31,9 @@ inline const QStringList kScreenshotWindows = {"downloader", "live", "batch", "b
 // the list is missing or the file cannot be written.
 bool TakeScreenshot(MainFrm& window, const ScreenshotRequest& request, QString& error);
 
+// What the main window says in words: its two status-bar texts, then the "Data Not Downloaded
+// Yet" label's text when the label is shown. The picture mode prints them, one a line, so
+// scripts can read what the window shows.
+QStringList WindowTexts(const MainFrm& window);
+
 }  // namespace halvard::gui

@@ -132,22 +132,47 @@ TEST(UpdateView, DateLabelsRunFromOldestOnTheLeftToNewestOnTheRight) {
   } cases[] = {
       // Every 6 bars back from 1/31/2024 (one bar a calendar day here).
       {2, {"1/7/2024", "1/13/2024", "1/19/2024", "1/25/2024", "1/31/2024"}},
-      // Every 46 bars; the one-year view has seven.
-      {5,
-       {"4/30/2023", "6/15/2023", "7/31/2023", "9/15/2023", "10/31/2023", "12/16/2023",
-        "1/31/2024"}},
+      // Every 46 bars; the one-year view has seven places. The newest date is moved left of
+      // its line at the right edge, where the one before it would run into it: that one is
+      // left out.
+      {5, {"4/30/2023", "6/15/2023", "7/31/2023", "9/15/2023", "10/31/2023", "1/31/2024"}},
   };
   for (const auto& c : cases) {
     const auto d = Draw(*v, c.view);
     std::vector<std::string> texts;
-    double left = -1;
+    double right = -1;  // where the label to the left ends
     for (const Primitive& p : Only(d->canvas, Kind::kText, kWhite)) {
       if (p.text.find('/') == std::string::npos) continue;
       texts.push_back(p.text);
-      EXPECT_GT(p.x1, left) << "view " << c.view << ": " << p.text;
-      left = p.x1;
+      EXPECT_GT(p.x1, right) << "view " << c.view << ": " << p.text;
+      right = p.x1 + 6.0 * p.text.size();
     }
     EXPECT_EQ(texts, c.dates) << "view " << c.view;
+  }
+}
+
+// In a low volume area the volume labels would touch: the highest is kept, and the zero line,
+// on the row of the dates, has none.
+TEST(UpdateView, VolumeLabelsNeverTouch) {
+  const auto v = SeriesOf(std::vector<Bar>(30, {11, 10, 3000}));
+  for (const double height : {400.0, 120.0}) {
+    auto d = std::make_unique<Drawn>();
+    InitChart(d->chart, height);
+    LayOut(d->chart, 600, height);
+    settings::Config config;
+    UpdateView(d->chart, *v, config, d->canvas);
+    std::vector<double> tops;
+    for (const Primitive& p : Only(d->canvas, Kind::kText, kWhite)) {
+      if (p.x1 < 300 || p.text.find('/') != std::string::npos) continue;  // the right-hand labels
+      if (p.y1 < d->chart.volumeFrame.top - 10) continue;                 // of the volume area
+      EXPECT_NE(p.text, "0");
+      tops.push_back(p.y1);
+    }
+    ASSERT_FALSE(tops.empty()) << height;
+    EXPECT_LT(*std::min_element(tops.begin(), tops.end()), d->chart.volumeFrame.top + 10)
+        << "the highest kept";
+    std::sort(tops.begin(), tops.end());
+    for (size_t i = 1; i < tops.size(); ++i) EXPECT_GE(tops[i] - tops[i - 1], 10 + 4) << height;
   }
 }
 

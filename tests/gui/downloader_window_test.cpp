@@ -199,6 +199,41 @@ class DownloaderWindowTest : public QObject {
     d.findChild<QCheckBox*>(QStringLiteral("autoDownloadEnabled"))->setChecked(false);
     QVERIFY(!w->config().enableAutoDownload);
   }
+
+  // With no list chosen the scheduled download fetches nothing and records nothing, and says so
+  // once; the lists chosen are settings, so after a restart the timer downloads them.
+  void theChosenListsOutliveARestart() {
+    Served s(QStringLiteral("[Download]\nEnabled=True\nTime=12:00:00 AM\nDate=1/1/00\n"));
+    s.server.Answer("/table.csv", {test::Reply(200, Genuine())});
+    s.ws.writeList(QStringLiteral("one.inc"), QStringLiteral("GOOG\r\n"));
+    const QString today = QDate::currentDate().toString(QStringLiteral("M/d/yyyy"));
+    const double noon = platform::Today() + 0.5;
+    FakeDialogs dialogs;
+    {
+      auto w = s.ws.open(dialogs);
+      QVERIFY(w->downloadTimer().Tick(noon));
+      DownloaderWindow& d = w->OpenDownloader();
+      QCOMPARE(d.statusText(), DownloaderWindow::kNoListChosen);
+      QCOMPARE(s.targets().size(), 0);
+      QVERIFY(!s.ws.settingsText().contains("Date=" + today));
+      d.close();
+      QVERIFY(w->downloadTimer().Tick(noon + 0.01));  // still due, but asked about once
+      QVERIFY(!d.isVisible());
+      w->OpenDownloader();
+      Choose(d, QStringLiteral("one.inc"));
+      QCOMPARE(w->config().downloadLists, std::string("one.inc"));
+      w->close();
+    }
+    QVERIFY2(s.ws.settingsText().contains("Lists=one.inc"), qPrintable(s.ws.settingsText()));
+    auto w = s.ws.open(dialogs);
+    QVERIFY(w->downloadTimer().Tick(noon));
+    QCOMPARE(s.targets().size(), 1);
+    QVERIFY(s.ws.settingsText().contains("Date=" + today));
+    auto* lists = w->OpenDownloader().findChild<QListWidget*>(QStringLiteral("incList"));
+    QCOMPARE(lists->selectedItems().size(), 1);
+    QCOMPARE(lists->selectedItems().at(0)->text(), QStringLiteral("one.inc"));
+    QVERIFY(dialogs.messages.empty());
+  }
 };
 
 }  // namespace halvard::gui::testing

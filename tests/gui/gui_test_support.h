@@ -55,6 +55,12 @@ class FakeDialogs : public Dialogs {
     return reportAnswer;
   }
   QString pickFolder(QWidget*, const QString&, const QString&) override { return folderAnswer; }
+  bool openWithDesktop(const QString& file) override {
+    desktopOpened.push_back(file);
+    return desktopTakes;
+  }
+  bool desktopTakes = false;           // whether the desktop has a program for the file
+  std::vector<QString> desktopOpened;  // the files handed to the desktop
 };
 
 // Every setting as "Section/Value Name=text", to compare two states of the settings.

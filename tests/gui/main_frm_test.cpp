@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSet>
 #include <QTest>
 #include <QTimer>
 
@@ -15,6 +16,7 @@
 #include "gui_test_support.h"
 #include "halvard/settings/config.h"
 #include "progress_window.h"
+#include "screenshot.h"
 
 namespace halvard::gui::testing {
 namespace {
@@ -90,15 +92,148 @@ class MainFrmTest : public QObject {
     QVERIFY(StatusPanel(*w, 2).startsWith(QStringLiteral("Last Day - ")));
     QVERIFY(StatusPanel(*w, 1).endsWith(hot->item(0)->text()));
 
-    // Row 0 has no price file: the list still shows, the chart keeps what it had.
+    // Row 0 has no price file: the list still shows, with the label over a cleared chart and no
+    // numbers of the symbol shown before.
     lists->setCurrentIndex(lists->findText(QStringLiteral("zz.inc")));
     QCOMPARE(hot->count(), 2);
     QCOMPARE(hot->item(0)->text(), QStringLiteral("NOSUCH"));
+    QVERIFY(LabelShown(*w));
+    QCOMPARE(WindowTexts(*w),
+             (QStringList{"Six Month View - NOSUCH", "", "Data Not Downloaded Yet"}));
     // Clicking a symbol loads it; the information page falls back to its defaults.
     hot->setCurrentRow(1);
+    QVERIFY(!LabelShown(*w));
     QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AMD")));
+    QVERIFY(StatusPanel(*w, 2).startsWith(QStringLiteral("Last Day - ")));
     QCOMPARE(w->findChild<QLabel*>(QStringLiteral("companyName"))->text(),
              QStringLiteral("Company"));
+    hot->setCurrentRow(0);  // a click on a symbol without a price file
+    QCOMPARE(WindowTexts(*w),
+             (QStringList{"Six Month View - NOSUCH", "", "Data Not Downloaded Yet"}));
+  }
+
+  // A failed "j" leaves nothing to draw: a view key afterwards shows the label again, not the
+  // bars of the symbol before under the new name.
+  void aViewKeyAfterAFailedJumpShowsTheLabel() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    dialogs.answers = {QString("ZZZZ")};
+    w->KeyCommand(u'j');
+    w->KeyCommand(u'y');
+    QCOMPARE(WindowTexts(*w), (QStringList{"One Year View - ZZZZ", "", "Data Not Downloaded Yet"}));
+    w->KeyCommand(u'.');  // the next symbol loads and shows
+    QVERIFY(!LabelShown(*w));
+    QVERIFY(StatusPanel(*w, 2).startsWith(QStringLiteral("Last Day - ")));
+  }
+
+  // Choosing the list already shown loads it again: edited on disk, or after "f" loaded another.
+  void reChoosingTheShownListReloadsIt() {
+    Workspace ws;
+    ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AMD\r\nAAL\r\n"));
+    ws.writeList(QStringLiteral("b.inc"), QStringLiteral("AVY\r\n"));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    auto* hot = w->findChild<QListWidget*>(QStringLiteral("HotList"));
+    QCOMPARE(lists->currentText(), QStringLiteral("a.inc"));
+    ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AAL\r\n"));
+    emit lists->activated(lists->currentIndex());
+    QCOMPARE(hot->count(), 1);
+    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AAL")));
+    dialogs.answers = {QString("b")};
+    w->KeyCommand(u'f');
+    QCOMPARE(hot->item(0)->text(), QStringLiteral("AVY"));
+    emit lists->activated(lists->currentIndex());
+    QCOMPARE(hot->item(0)->text(), QStringLiteral("AAL"));
+    QCOMPARE(w->session().listName, std::string("a.inc"));
+  }
+
+  // "Edit Current": $VISUAL, then $EDITOR, then the desktop's program; else a message says why.
+  void editCurrentOpensTheListInTheUsersEditor() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    QAction* edit = w->findChild<QAction*>(QStringLiteral("editCurrentWatchListMnu"));
+    const QString list = ws.lists() + "/sample.inc";
+    const QString seen = ws.lists() + "/../edited.txt";
+    // An editor that writes down the file it was given.
+    const QString editor = ws.lists() + "/../editor.sh";
+    QFile script(editor);
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write(QStringLiteral("#!/bin/sh\nprintf %s \"$2\" > '%1'\n").arg(seen).toUtf8());
+    script.close();
+    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QByteArray visual = qgetenv("VISUAL"), editorVar = qgetenv("EDITOR");
+    qputenv("VISUAL", (QStringLiteral("/nonexistent/editor")).toUtf8());
+    qputenv("EDITOR", (editor + " --wait").toUtf8());
+    edit->trigger();
+    const auto written = [&] {
+      QFile file(seen);
+      return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    };
+    QTRY_COMPARE(written(), list);
+    QVERIFY(dialogs.messages.empty());
+    QVERIFY(dialogs.desktopOpened.empty());
+
+    qunsetenv("VISUAL");
+    qunsetenv("EDITOR");
+    dialogs.desktopTakes = true;
+    edit->trigger();
+    QCOMPARE(dialogs.desktopOpened, std::vector<QString>{list});
+    QVERIFY(dialogs.messages.empty());
+    dialogs.desktopTakes = false;
+    edit->trigger();
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QVERIFY(dialogs.messages[0].text.contains(list));
+    QVERIFY(dialogs.messages[0].text.contains(QStringLiteral("neither $VISUAL nor $EDITOR")));
+    qputenv("VISUAL", visual);
+    qputenv("EDITOR", editorVar);
+  }
+
+  // Folders given on the command line are for the run; a stored value that did not convert is
+  // kept as the user wrote it, and every other stored value is read and kept.
+  void closingWritesBackOnlyWhatTheUserChanged() {
+    Workspace ws;
+    ws.writeSettings(
+        QStringLiteral("[Paths]\nStock File Path=/home/me/prices\n[View]\nCurrent=abc\n"
+                       "[Batch]\nStop Loss Limit=0.5\nBuyMode=2\n[Scans]\n52 Week Period=30\n"));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QVERIFY(dialogs.messages[0].text.contains(QStringLiteral("\"abc\" stays in the file")));
+    QCOMPARE(w->config().stopLossLimit, 0.5);
+    QCOMPARE(w->config().buyMode, 2);
+    QCOMPARE(w->config().period52week, 30);
+    QCOMPARE(QString::fromStdString(w->config().StockFilePath), ws.stocks());
+    w->close();
+    const QString text = ws.settingsText();
+    for (const char* line : {"Stock File Path=/home/me/prices\r\n", "Current=abc\r\n",
+                             "Stop Loss Limit=0.5\r\n", "BuyMode=2\r\n", "52 Week Period=30\r\n"}) {
+      QVERIFY2(text.contains(QString::fromLatin1(line)), qPrintable(text));
+    }
+    QVERIFY2(!text.contains(ws.lists()), qPrintable(text));
+  }
+
+  // With "Update Graphs During Scans" on, the chart follows the scan stock by stock.
+  void scansRedrawEachStockWhenAsked() {
+    for (const bool follow : {true, false}) {
+      Workspace ws;
+      FakeDialogs dialogs;
+      auto w = ws.open(dialogs);
+      w->config().enableGraphUpdate = follow;
+      QSet<QString> titles;
+      QTimer watch;
+      connect(&watch, &QTimer::timeout, w.get(), [&] { titles << StatusPanel(*w, 1); });
+      watch.start(0);
+      w->findChild<QAction*>(QStringLiteral("inboxScanMnu"))->trigger();
+      watch.stop();
+      if (follow) {
+        QVERIFY2(titles.size() > 20, qPrintable(QStringList(titles.values()).join(", ")));
+      } else {
+        QCOMPARE(titles.size(), 1);
+      }
+    }
   }
 
   void upperCaseLettersOnlyClearTheChart() {
@@ -356,7 +491,7 @@ class MainFrmTest : public QObject {
     QString shownWhileRunning;
     QTimer::singleShot(0, w.get(), [&] {
       menusWhileRunning = w->menuBar()->isEnabled();
-      shownWhileRunning = w->progressWindow().labelText() + " | " + w->progressWindow().countText();
+      shownWhileRunning = w->progressWindow().labelText() + " | " + w->progressWindow().barText();
       QTest::keyClicks(w->findChild<QListWidget*>(QStringLiteral("HotList")), "y");
       w->progressWindow().Cancel();
     });
@@ -364,7 +499,7 @@ class MainFrmTest : public QObject {
     w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
     QVERIFY(!menusWhileRunning);
     QCOMPARE(w->config().currentView, 4);  // the key typed meanwhile was no command
-    QCOMPARE(shownWhileRunning, QStringLiteral("Processing stock #0 of 39 | 1 of 40"));
+    QCOMPARE(shownWhileRunning, QStringLiteral("Processing stock #0 of 39 | 0%"));
     QVERIFY(dialogs.proposedSaves.empty());
     QVERIFY(!QFile::exists(ws.lists() + "/never.inc"));
     QVERIFY(w->menuBar()->isEnabled());

@@ -154,6 +154,16 @@ class ScreenerWindowTest : public QObject {
     QVERIFY(notes[0].startsWith("Not applied") &&
             notes[0].endsWith(": market capitalisation, beta."));
     QVERIFY(notes[1].startsWith("Skipped: ") && notes[1].contains("ZZBAD"));
+
+    // The symbols fill the list row by row, each in a cell of its own.
+    s.show();
+    auto* list = s.findChild<QListWidget*>(QStringLiteral("resultList"));
+    QTRY_VERIFY(list->visualItemRect(list->item(1)).isValid());
+    const QRect first = list->visualItemRect(list->item(0));
+    const QRect second = list->visualItemRect(list->item(1));
+    QCOMPARE(second.top(), first.top());
+    QVERIFY(second.left() - first.left() >=
+            list->fontMetrics().horizontalAdvance(QStringLiteral("WWWWW")));
   }
 
   // Over the main window, which owns the progress window, the screener is modal: Cancel must

@@ -1,6 +1,7 @@
 #include "halvard/chart/draw_chart.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -16,6 +17,7 @@ namespace {
 constexpr double kGridLineWidth = 1;
 constexpr int kPriceSteps = 4;
 constexpr int kVolumeSteps = 3;
+constexpr double kLabelGap = 4;  // the least room between two labels
 
 int16_t PriceBound(double value) {
   if (value > std::numeric_limits<int16_t>::max() || value < std::numeric_limits<int16_t>::min()) {
@@ -43,13 +45,25 @@ void DrawHorizontalGrid(const Chart& chart, Canvas& canvas) {
     canvas.text(price.left + 2, LabelTop(price, y, canvas.textHeight()),
                 platform::FormatFixed(value, 2), white);
   }
-  // Volume labels on the right, clear of the date labels that run along the bottom left.
+  // Volume labels on the right. The zero line is the area's bottom, the row of the dates: it
+  // has no label. In a low volume area a label that would touch the one above it is left out,
+  // the highest kept.
   const Frame& volume = chart.volumeFrame;
+  std::array<bool, kVolumeSteps + 1> labelled{};
+  double above = -std::numeric_limits<double>::infinity();  // bottom of the label above
+  for (int k = kVolumeSteps; k >= 1; --k) {
+    const double top =
+        LabelTop(volume, chart.volumeY(static_cast<double>(chart.volumeMax) * k / kVolumeSteps),
+                 canvas.textHeight());
+    labelled[k] = top >= above + kLabelGap;
+    if (labelled[k]) above = top + canvas.textHeight();
+  }
   for (int k = 0; k <= kVolumeSteps; ++k) {
     const double value = static_cast<double>(chart.volumeMax) * k / kVolumeSteps;
     const double y = chart.volumeY(value);
     const std::string label = platform::FormatGeneral(value);
     canvas.line(volume.left, y, volume.right(), y, grey);
+    if (!labelled[k]) continue;
     canvas.text(volume.right() - canvas.textWidth(label) - 2,
                 LabelTop(volume, y, canvas.textHeight()), label, white);
   }
@@ -60,14 +74,33 @@ void DrawHorizontalGrid(const Chart& chart, Canvas& canvas) {
 // right of the line, or left of it where it would leave the chart.
 void DrawDateGrid(const Chart& chart, Canvas& canvas) {
   const Frame& area = chart.priceFrame;
-  for (int position = 1; position <= chart.dateLabelCount; ++position) {
+  const auto lineX = [&](int position) {
     const int day = (chart.dateLabelCount - position) * chart.dateLabelSpacing;
-    const double x = std::clamp(chart.slotX(chart.slotOf(day)), area.left, area.right());
-    canvas.line(x, chart.fullExtent.top, x, chart.fullExtent.bottom, chart.colours.grey);
+    return std::clamp(chart.slotX(chart.slotOf(day)), area.left, area.right());
+  };
+  const auto labelLeft = [&](int position) {
+    const double x = lineX(position);
+    const double width = canvas.textWidth(chart.dateLabels[position]);
+    return x + 2 + width <= area.right() ? x + 2 : x - 2 - width;
+  };
+  // The newest date always shows; an older one that would run into the date to its right (the
+  // newest is moved left of its line at the right edge) is left out.
+  std::array<bool, Chart::kDateLabelSlots> labelled{};
+  double right = std::numeric_limits<double>::infinity();  // left end of the label to the right
+  for (int position = chart.dateLabelCount; position >= 1; --position) {
     const std::string& label = chart.dateLabels[position];
-    const double width = canvas.textWidth(label);
-    const double left = x + 2 + width <= area.right() ? x + 2 : x - 2 - width;
-    canvas.text(left, chart.fullExtent.bottom - canvas.textHeight() - 1, label,
+    if (label.empty()) continue;  // no bar of this symbol there
+    const double left = labelLeft(position);
+    labelled[position] = left + canvas.textWidth(label) + kLabelGap <= right;
+    if (labelled[position]) right = left;
+  }
+  for (int position = 1; position <= chart.dateLabelCount; ++position) {
+    const std::string& label = chart.dateLabels[position];
+    if (label.empty()) continue;
+    const double x = lineX(position);
+    canvas.line(x, chart.fullExtent.top, x, chart.fullExtent.bottom, chart.colours.grey);
+    if (!labelled[position]) continue;
+    canvas.text(labelLeft(position), chart.fullExtent.bottom - canvas.textHeight() - 1, label,
                 chart.colours.white);
   }
 }

@@ -45,7 +45,7 @@ std::string LastDayText(const data::PriceSeries& series) {
 }
 
 void UpdateView(Chart& chart, const engine::StockView& view, const settings::Config& config,
-                Canvas& canvas) {
+                Canvas& canvas, bool rsLineOfSeries) {
   canvas.clear();
   if (!SetUpView(chart, view, config.currentView)) return;
   PlaceSlots(chart, view.barCount);
@@ -54,7 +54,7 @@ void UpdateView(Chart& chart, const engine::StockView& view, const settings::Con
             view.maxVolume);
   DrawDays(chart, canvas, view);
   DrawAverageVolume(chart, canvas, view.averageVolume);
-  if (config.showRS) DrawRSLine(chart, canvas, view);
+  if (config.showRS && rsLineOfSeries) DrawRSLine(chart, canvas, view);
 }
 
 }  // namespace halvard::chart

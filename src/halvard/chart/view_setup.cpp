@@ -28,8 +28,10 @@ bool SetUpView(Chart& chart, const data::PriceSeries& series, int view) {
   chart.dateLabelCount = layout.dateLabels;
   chart.dateLabelSpacing = layout.spacing;
   for (int k = 0; k < layout.dateLabels; ++k) {
+    // A slot past the loaded bars has no date of this symbol: it gets no label.
+    const int day = k * layout.spacing;
     chart.dateLabels[layout.dateLabels - k] =
-        platform::FormatShortDate(series.barDate[k * layout.spacing]);
+        day < series.barCount ? platform::FormatShortDate(series.barDate[day]) : std::string();
   }
   return true;
 }

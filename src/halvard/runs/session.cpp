@@ -26,10 +26,29 @@ std::string Session::StockPath(const std::string& symbol) const {
 }
 
 bool Session::ShowSymbol(const std::string& symbol) {
+  loadFailed_ = true;
+  chart.title = std::string(engine::ViewTitle(config.currentView)) + symbol;
+  statusText.clear();
   if (!data::LoadStockFile(*view_, StockPath(symbol))) return false;
-  if (config.showRS) engine::ComputeRSLine(*view_);
+  loadFailed_ = false;
+  if (config.showRS) {
+    engine::ComputeRSLine(*view_);
+    rsLineFile_ = view_->stockFilePath;
+  }
   chartReady = true;
   return true;
+}
+
+bool Session::drawable() const {
+  return chartReady && !loadFailed_ && view_->barCount > 0;
+}
+
+std::string Session::ShownLastBox() const {
+  const engine::StockView& v = *view_;
+  if (v.boxCount == 0) return {};
+  const int k = v.boxCount - 1;
+  if (v.boxTopDay[k] >= v.barCount || v.boxBottomDay[k] >= v.barCount) return {};
+  return v.lastBoxText;
 }
 
 void Session::ShowView() {
@@ -45,7 +64,14 @@ void Session::ShowViewOn(chart::Canvas* canvas) {
     if (canvas != nullptr) canvas->clear();
     return;
   }
-  if (canvas != nullptr) chart::UpdateView(chart, *view_, config, *canvas);
+  // The boxes are computed as the window would draw them even over a series that is not shown,
+  // so the engine sees the same state whatever the window shows.
+  const bool shown = canvas != nullptr && drawable();
+  if (canvas != nullptr) canvas->clear();
+  if (canvas != nullptr && !shown) {
+    chart.title = std::string(engine::ViewTitle(config.currentView)) + view_->stockSymbol;
+    statusText.clear();
+  }
   const int days = dayCount();
   if (days == 0) {
     throw UsageError("the current view setting is " + std::to_string(config.currentView) +
@@ -53,10 +79,21 @@ void Session::ShowViewOn(chart::Canvas* canvas) {
   }
   engine::SetViewDays(*view_, days);
   engine::ComputeBoxes(*view_, true);
-  if (canvas == nullptr) return;
-  chart::DrawBoxes(chart, *view_, *canvas);
+  if (shown) Draw(*canvas);
+}
+
+bool Session::DrawLoaded(chart::Canvas& canvas) {
+  if (view_->barCount == 0) return false;
+  Draw(canvas);
+  return true;
+}
+
+void Session::Draw(chart::Canvas& canvas) {
+  // Runs over a list load stock after stock but keep the RS line of the symbol shown.
+  chart::UpdateView(chart, *view_, config, canvas, rsLineFile_ == view_->stockFilePath);
+  chart::DrawBoxes(chart, *view_, canvas);
   // The status bar joins a second field of the window with a space; nothing ever fills it.
-  statusText = chart.status + view_->lastBoxText + " ";
+  statusText = chart.status + ShownLastBox() + " ";
 }
 
 void Session::SelectList(const std::string& name) {

@@ -55,8 +55,15 @@ class Session {
   std::string StockPath(const std::string& symbol) const;
 
   // Loads the symbol as the main window shows it: on success the RS line is computed when
-  // showRS is on and the chart becomes ready. Returns false when there is no price file.
+  // showRS is on and the chart becomes ready. Returns false when there is no price file; then,
+  // as when the file does not load, nothing of the series in memory is drawn again until a
+  // symbol loads, the title names the symbol asked for and the status text is empty.
   bool ShowSymbol(const std::string& symbol);
+
+  // True when the chart is ready and the series in memory is a whole loaded symbol: what the
+  // window draws. A failed load leaves the older symbol's bars behind, which never show under
+  // the new name.
+  bool drawable() const;
 
   // The chart of the shown symbol: when it is ready, the current view's days are set and the
   // boxes computed as they are drawn (the open box counts as broken up). A view outside 1 to 5
@@ -66,6 +73,11 @@ class Session {
   // completed with the newest box. When the chart is not ready the canvas is only cleared; a
   // view outside 1 to 5 leaves it cleared before the halvard::UsageError.
   void ShowView(chart::Canvas& canvas);
+
+  // Draws the series in memory as it stands, boxes as last computed, without computing anything:
+  // how a run over a list shows each stock it loaded. False, the canvas untouched, when no bars
+  // are loaded (the stock just tried had no price file).
+  bool DrawLoaded(chart::Canvas& canvas);
 
   // Selects a watch list (NAME or NAME.inc in the watch-list folder) as the main window does:
   // its symbols are read, row 0 is shown when there is one, then the view. A missing list is a
@@ -82,10 +94,16 @@ class Session {
 
  private:
   void ShowViewOn(chart::Canvas* canvas);
+  // The view, its boxes and corvanes, and the status text completed with the newest box.
+  void Draw(chart::Canvas& canvas);
+  // "top,bottom" of the newest box when it lies within the loaded bars, else empty.
+  std::string ShownLastBox() const;
 
   settings::MRegistry store_;
   std::unique_ptr<engine::StockView> view_;  // large: the arrays hold 1001 bars and 31001 closes
   platform::StringSink log_;
+  bool loadFailed_ = false;       // the last symbol asked for did not load
+  std::string rsLineFile_;        // the price file the RS line was computed for
   platform::StringSink results_;  // result rows of single backtests, which nobody shows
   engine::BackTester tester_;
   std::unique_ptr<fundamentals::StockDataStore> stockDb_;
