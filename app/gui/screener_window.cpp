@@ -184,7 +184,6 @@ void ScreenerWindow::BuildWindow() {
   symbols_->setFlow(QListView::LeftToRight);
   symbols_->setWrapping(true);
   symbols_->setResizeMode(QListView::Adjust);
-  symbols_->setUniformItemSizes(true);
   const QFontMetrics metrics(symbols_->font());
   symbols_->setGridSize(
       QSize(metrics.horizontalAdvance(QStringLiteral("WWWWWW")) + 12, metrics.height() + 4));

@@ -164,6 +164,12 @@ class ScreenerWindowTest : public QObject {
     QCOMPARE(second.top(), first.top());
     QVERIFY(second.left() - first.left() >=
             list->fontMetrics().horizontalAdvance(QStringLiteral("WWWWW")));
+    for (int i = 0; i < list->count(); ++i) {  // every name whole, none cut short
+      QListWidgetItem* item = list->item(i);
+      QVERIFY2(
+          list->visualItemRect(item).width() >= list->fontMetrics().horizontalAdvance(item->text()),
+          qPrintable(item->text()));
+    }
   }
 
   // Over the main window, which owns the progress window, the screener is modal: Cancel must
