@@ -10,8 +10,10 @@
 #include "halvard/data/file_parser.h"
 #include "halvard/error.h"
 #include "halvard/platform/app_paths.h"
+#include "halvard/platform/clock.h"
 #include "halvard/platform/files.h"
 #include "halvard/platform/samples_folder.h"
+#include "halvard/runs/stale_prices.h"
 #include "halvard/settings/folders.h"
 
 namespace halvard::cli {
@@ -51,6 +53,13 @@ void ApplySet(settings::Config& config, const std::string& assignment) {
 
 }  // namespace
 
+void SelectListWarningIfStale(runs::Session& session, const std::string& list) {
+  session.SelectList(list);
+  if (const auto stale = runs::StalePricesWarning(session, platform::Today())) {
+    std::cerr << "halvard: warning: " << *stale << "\n";
+  }
+}
+
 fs::path SamplesFolder() {
   return platform::FindSamplesFolder({HALVARD_INSTALLED_SAMPLES, HALVARD_SOURCE_SAMPLES});
 }
@@ -66,9 +75,11 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
   if (!options.listDir.empty()) {
     settings::SetForThisRun(session->config, "Paths", "Inc File Path", options.listDir);
   }
-  if (mode == StartMode::kFull) {
+  if (mode != StartMode::kSettingsOnly) {
     const std::string notice = settings::PrepareFolders(session->config, SamplesFolder());
     if (!notice.empty()) std::cerr << "halvard: first run: " << notice;
+  }
+  if (mode == StartMode::kFull) {
     if (!session->StartUp())
       std::cerr << "halvard: warning: " << data::kIndexMissingMessage << "\n";
   }

@@ -21,6 +21,7 @@ struct GlobalOptions {
 
 enum class StartMode {
   kSettingsOnly,  // the config commands: the store as it is, nothing forced or loaded
+  kFoldersOnly,   // the check command: folders checked, no file loaded (a bad one is its finding)
   kFull,          // every other command: folders checked, start-up values forced, index loaded
 };
 
@@ -35,6 +36,10 @@ settings::ServiceSettings OpenServices(const GlobalOptions& options, const runs:
 // Shows the symbol as the main window does (load, RS line); no price file is a halvard::Error
 // naming the file.
 void ShowSymbolOrFail(runs::Session& session, const std::string& symbol);
+
+// Selects the list for a run (the main window's selection: row 0 shown) and warns on stderr when
+// its prices look stale ("halvard: warning: newest prices are from 12/29/2017").
+void SelectListWarningIfStale(runs::Session& session, const std::string& list);
 
 // The folder of the bundled samples: $HALVARD_SAMPLES, beside the installed program, or the
 // source tree's; empty when none exists.

@@ -37,10 +37,7 @@ bool DownloadSymbols(DownloadContext& c, const DownloadArgs& args, double from, 
   const int total = static_cast<int>(args.symbols.size());
   for (int i = 0; i < total && !progress.Cancelled(); ++i) {
     progress.Step(i, total, args.symbols[i]);
-    if (!c.downloader.DownloadSymbol(args.symbols[i], from, to, args.skipExisting)) {
-      std::cerr << "Failed to download " << args.symbols[i] << "\n";
-      all = false;
-    }
+    all &= c.downloader.DownloadSymbol(args.symbols[i], from, to, args.skipExisting);
   }
   if (progress.Cancelled()) throw Interrupted{kDownloadsKept};
   return all;

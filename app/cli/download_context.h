@@ -1,6 +1,7 @@
 #pragma once
 // What the download and schedule commands start from: the session (settings and folders), the
 // price source the [Services] section chooses, the event log file and the downloader over them.
+// The downloader's notices (a failed symbol and why, a trimmed history) go to stderr at once.
 
 #include <memory>
 
@@ -16,8 +17,8 @@ struct DownloadContext {
   explicit DownloadContext(const GlobalOptions& options);
 
   std::unique_ptr<runs::Session> session;
-  std::unique_ptr<data::PriceSource> source;
   platform::FileEventLog log;
+  std::unique_ptr<data::PriceSource> source;  // stopped by Ctrl-C, its retries in the log
   data::Downloader downloader;
 };
 

@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
   cli::AddLiveCommand(app, options);
   cli::AddBatchCommand(app, options);
   cli::AddDownloadCommand(app, options);
+  cli::AddCheckCommand(app, options);
   cli::AddScheduleCommand(app, options);
   cli::AddSetOpsCommand(app, options);
   cli::AddFundamentalsCommands(app, options);

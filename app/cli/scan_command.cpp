@@ -28,11 +28,11 @@ void Run(const GlobalOptions& options, const ScanArgs& args, bool save) {
     throw UsageError("scan " + args.kind + " ranks the stock database; it takes no --list");
   }
   const auto session = OpenSession(options, StartMode::kFull);
-  if (scan.overList) session->SelectList(args.list);
+  if (scan.overList) SelectListWarningIfStale(*session, args.list);
   {
     TerminalProgress progress;
-    scan.run(*session, progress);
-    std::cout << WithLineFeeds(session->resultText) << std::flush;
+    RunThenPrint([&] { scan.run(*session, progress); },
+                 [&] { std::cout << WithLineFeeds(session->resultText) << std::flush; });
     if (progress.Cancelled()) throw Interrupted{};
   }
   if (!save) return;

@@ -2,6 +2,7 @@
 // each swept over stop-loss and RS-days levels, printed as their windows show them.
 
 #include <iostream>
+#include <type_traits>
 
 #include "commands.h"
 #include "halvard/data/watch_list.h"
@@ -41,16 +42,21 @@ void AddSweepOptions(CLI::App& command, SweepArgs& args, std::string_view incHel
 }
 
 // Applies the levels options and the saves; what differs is the run itself.
+// The live report, which says what to do tomorrow, warns when its prices are stale.
 template <class Report, class RunIt, class ListOf>
 void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, ListOf listOf) {
   const auto session = OpenSession(options, StartMode::kFull);
-  session->SelectList(args.list);
+  if (std::is_same_v<Report, runs::LiveReport>) {
+    SelectListWarningIfStale(*session, args.list);
+  } else {
+    session->SelectList(args.list);
+  }
   TerminalProgress progress;
   Report report(*session, progress);
   if (!args.stopLossLevels.empty()) runs::ParseStopLossLevels(args.stopLossLevels, report.levels);
   if (!args.rsLevels.empty()) runs::ParseRsLevels(args.rsLevels, report.levels);
-  runIt(report);
-  std::cout << WithLineFeeds(report.text()) << std::flush;
+  RunThenPrint([&] { runIt(report); },
+               [&] { std::cout << WithLineFeeds(report.text()) << std::flush; });
   if (progress.Cancelled()) throw Interrupted{};
   if (!args.saveResults.empty()) {
     platform::WriteFileAtomically(args.saveResults, report.text() + "\r\n");

@@ -49,6 +49,10 @@ void TerminalProgress::Step(int done, int total, std::string_view text) {
 }
 
 bool TerminalProgress::Cancelled() const {
+  return InterruptRequested();
+}
+
+bool TerminalProgress::InterruptRequested() {
   return interrupted != 0;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 // Progress of a long run as the command line shows it: a line on stderr with the run's own
 // text and a bar, redrawn in place, only when stderr is a terminal. Ctrl-C asks the run to stop
-// between two stocks; a second Ctrl-C ends the program at once.
+// between two stocks (a download stops its request or wait at once); a second Ctrl-C ends the
+// program at once.
 
 #include <chrono>
 #include <string_view>
@@ -19,6 +20,8 @@ class TerminalProgress : public platform::Progress {
 
   void Step(int done, int total, std::string_view text) override;
   bool Cancelled() const override;
+  // Whether Ctrl-C was pressed while a progress was shown: what a request or a wait polls.
+  static bool InterruptRequested();
 
  private:
   void Clear();

@@ -3,24 +3,14 @@
 // the main window ("m", "g", BackTest Current). The pane keeps every run's lines; the window
 // opens scrolled to the newest.
 
-#include <QDialog>
-#include <string>
-
-class QPlainTextEdit;
+#include "text_window.h"
 
 namespace halvard::gui {
 
-class BacktestWindow : public QDialog {
-  Q_OBJECT
-
+class BacktestWindow : public TextWindow {
  public:
-  explicit BacktestWindow(QWidget* parent = nullptr);
-  // Shows the pane's text (CR LF line ends) and brings the window up.
-  void ShowLog(const std::string& text);
-  QString text() const;
-
- private:
-  QPlainTextEdit* txtLog_;
+  explicit BacktestWindow(QWidget* parent = nullptr)
+      : TextWindow(parent, QStringLiteral("backtestResults"), QStringLiteral("Backtest Results")) {}
 };
 
 }  // namespace halvard::gui

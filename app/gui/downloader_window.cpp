@@ -63,10 +63,15 @@ int PeriodMonths(int position) {
 }
 
 // The downloader over the price source the [Services] settings choose, logging to the main
-// window's event log.
+// window's event log (retries included).
 struct Downloads {
   explicit Downloads(MainFrm& main)
-      : source(data::MakePriceSource(settings::ReadServiceSettings(main.session().store()))),
+      : source(data::MakePriceSource(settings::ReadServiceSettings(main.session().store()),
+                                     {{},
+                                      [&main](const std::string& retry) {
+                                        main.eventLog().Write(platform::EventType::kInformation,
+                                                              retry);
+                                      }})),
         downloader(main.config().StockFilePath, *source, main.eventLog()) {}
   std::unique_ptr<data::PriceSource> source;
   data::Downloader downloader;

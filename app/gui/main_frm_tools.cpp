@@ -1,13 +1,15 @@
-// The Tools menu's fundamentals commands: each a long run over the price files of the stock
-// folder with the progress window, as the command line runs them.
+// The Tools menu's commands over the price files of the stock folder: the fundamentals and the
+// check of the files, each a long run with the progress window, as the command line runs them.
 
 #include <QAction>
 #include <QMenu>
 
+#include "halvard/data/price_check.h"
 #include "halvard/fundamentals/service_fetch.h"
 #include "halvard/runs/fundamentals_commands.h"
 #include "halvard/settings/services.h"
 #include "main_frm.h"
+#include "text_window.h"
 
 namespace halvard::gui {
 
@@ -37,6 +39,22 @@ void MainFrm::AddTools(QMenu* tools) {
     // Files that do not load are passed over, as the command has always done.
     RunLong(
         [this](platform::Progress& progress) { runs::ComputeRSRankCommand(*session_, progress); });
+  });
+
+  QAction* check = tools->addAction(QStringLiteral("Check &Price Files"));
+  check->setObjectName(QStringLiteral("checkPriceFilesMnuItem"));
+  connect(check, &QAction::triggered, this, [this] {
+    std::string report;
+    const bool done = RunLong([&](platform::Progress& progress) {
+      const std::string& folder = session_->config.StockFilePath;
+      report = data::CheckReportText(
+          data::CheckPriceFiles(folder, data::FolderFilesToCheck(folder), false, progress));
+    });
+    if (!done) return;
+    auto* window = new TextWindow(this, QStringLiteral("checkPriceFiles"),
+                                  QStringLiteral("Check Price Files"));
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->ShowLog(report);
   });
 }
 

@@ -6,8 +6,8 @@ namespace halvard::gui {
 
 SweepWindow* NewLiveWindow(MainFrm& main) {
   return new ReportWindow<runs::LiveReport>(
-      main, {"LiveTradingForm", "Live Trading", "LiveResults", "GoBtn"}, &runs::LiveReport::Run,
-      &runs::LiveReport::buyList);
+      main, {"LiveTradingForm", "Live Trading", "LiveResults", "GoBtn", true},
+      &runs::LiveReport::Run, &runs::LiveReport::buyList);
 }
 
 SweepWindow* NewBatchWindow(MainFrm& main) {

@@ -12,7 +12,9 @@
 
 #include "dialogs.h"
 #include "halvard/data/watch_list.h"
+#include "halvard/platform/clock.h"
 #include "halvard/platform/files.h"
+#include "halvard/runs/stale_prices.h"
 #include "main_frm.h"
 #include "named.h"
 #include "progress_window.h"
@@ -38,7 +40,9 @@ SweepWindow::SweepWindow(MainFrm& main, const Names& names)
       positiveRS_(Named<QCheckBox>("PositiveRSEnabled", QStringLiteral("+ve Relative Strength"))),
       results_(Named<QPlainTextEdit>(names.results)),
       stockCount_(Counter("StockCount")),
-      stepCount_(Counter("StepCount")) {
+      stepCount_(Counter("StepCount")),
+      status_(Named<QLabel>("StatusText")),
+      warnsStale_(names.warnsStale) {
   setObjectName(QString::fromLatin1(names.window));
   setWindowTitle(QString::fromLatin1(names.title));
   setAttribute(Qt::WA_DeleteOnClose);
@@ -57,6 +61,7 @@ SweepWindow::SweepWindow(MainFrm& main, const Names& names)
   auto* bottom = new QHBoxLayout;
   bottom->addWidget(stockCount_);
   bottom->addWidget(stepCount_);
+  bottom->addWidget(status_);
   bottom->addStretch(1);
   for (QPushButton* button :
        {AddButton(names.run, QStringLiteral("&Run"), &SweepWindow::Run),
@@ -72,6 +77,7 @@ SweepWindow::SweepWindow(MainFrm& main, const Names& names)
   layout->addWidget(results_, 1);
   layout->addLayout(bottom);
   resize(760, 520);
+  ShowStaleness();
 }
 
 QPushButton* SweepWindow::AddButton(const char* name, const QString& caption,
@@ -93,6 +99,7 @@ void SweepWindow::Run() {
   pass_ = 0;
   const runs::RunSwitches switches{corvane_->isChecked(), unusualVolume_->isChecked(),
                                    positiveRS_->isChecked()};
+  ShowStaleness();  // the main window's list may have changed since the last run
   running_ = true;
   for (QPushButton* button : buttons_) button->setEnabled(false);
   main_.RunLong([&](platform::Progress&) { Sweep(switches); });
@@ -106,6 +113,12 @@ void SweepWindow::Counted(int done, int, std::string_view text) {
   stockCount_->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
   // Every pass of the sweep walks the whole list from its first stock.
   if (done == 0) stepCount_->setText(QStringLiteral("Step %1 of %2").arg(++pass_).arg(passes_));
+}
+
+void SweepWindow::ShowStaleness() {
+  if (!warnsStale_) return;
+  const auto stale = runs::StalePricesWarning(main_.session(), platform::Today());
+  status_->setText(stale ? QString::fromStdString(*stale) : QString());
 }
 
 void SweepWindow::ShowReport() {

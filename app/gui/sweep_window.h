@@ -41,8 +41,9 @@ class SweepWindow : public QDialog {
   struct Names {
     const char* window;  // the window's object name
     const char* title;
-    const char* results;  // the report box
-    const char* run;      // the "&Run" button
+    const char* results;      // the report box
+    const char* run;          // the "&Run" button
+    bool warnsStale = false;  // the status says when the list's prices are old (the live report)
   };
   SweepWindow(MainFrm& main, const Names& names);
 
@@ -62,6 +63,7 @@ class SweepWindow : public QDialog {
   void AskLevels(const QString& prompt, void (*parse)(std::string_view, runs::SweepLevels&));
   void Counted(int done, int total, std::string_view text);
   void ShowReport();
+  void ShowStaleness();
 
   MainFrm& main_;
   ProgressRelay relay_;
@@ -71,6 +73,8 @@ class SweepWindow : public QDialog {
   QPlainTextEdit* results_;
   QLabel* stockCount_;
   QLabel* stepCount_;
+  QLabel* status_;
+  bool warnsStale_;
   QList<QPushButton*> buttons_;
   int pass_ = 0;
   int passes_ = 0;

@@ -116,7 +116,8 @@ run "${listrun[@]}" scan buy --list sample --save
 check "buy scan exit status" 0 "$rc"
 check "--save writes the printed symbols with CR LF and one more" "$(printf '%s\r\n' $out; printf '\r\n')" \
   "$(cat "$scratch/lists/buy.inc")"
-check "--save says where" "halvard: saved the list as $scratch/lists/buy.inc" "$err"
+check "a list of old prices says so, then where it saved" \
+  $'halvard: warning: newest prices are from 12/29/2017\nhalvard: saved the list as '"$scratch/lists/buy.inc" "$err"
 run "${listrun[@]}" --set "Scans/X Week Quantity=10" scan xweek --list three --save
 check "x-week scan skips a missing file" $'AAL\nAMD' "$out"
 check "x-week list name" "yes" "$([ -e "$scratch/lists/10WeekHigh.inc" ] && echo yes || echo no)"
@@ -137,7 +138,7 @@ check "--save-inc holds the Buy rows" "$(grep -P '\tBuy\t' <<<"$out" | cut -f1 |
   "$(cat "$scratch/lists/tobuy.inc"; echo)"
 run "${listrun[@]}" live --list three --stoploss 1,2,0
 check "a zero step is a usage error" 2 "$rc"
-check "a zero step says why" "halvard: usage error: stop-loss levels: a step of 0 would repeat the same level for ever" "$err"
+check "a zero step says why" "halvard: usage error: stop-loss levels: a step of 0 would repeat the same level for ever" "$(tail -n 1 <<<"$err")"
 run "${listrun[@]}" batch --list three --pyramiding --rs-days 5,x,1
 check "a bad level is a usage error" 2 "$rc"
 
@@ -156,6 +157,44 @@ check "interrupted exit status" 130 "$?"
 check "interrupted says so" "halvard: interrupted; nothing was saved" "$(cat "$scratch/stderr")"
 check "interrupted saves nothing" "no" "$([ -e "$scratch/never.txt" ] && echo yes || echo no)"
 check "interrupted prints what was done" "Batch Testing sample" "$(head -n 1 "$scratch/partial")"
+
+# A price file the loader refuses ends a run where it meets it: what was found before it is
+# printed, then the file, the line and the problem; nothing is saved.
+mkdir -p "$scratch/mixed"
+cp "$samples/data/AAL.txt" "$samples/data/AMD.txt" "$data/prices/BROKEN.txt" "$scratch/mixed/"
+printf 'AAL\r\nAMD\r\nBROKEN\r\nAAL\r\n' >"$scratch/lists/mixed.inc"
+mixed=(--stock-dir "$scratch/mixed" --list-dir "$scratch/lists")
+broken="halvard: error: $scratch/mixed/BROKEN.txt line 3: the high \"two\" is not a number"
+rm "$scratch/lists/10WeekHigh.inc"
+run "${mixed[@]}" --set "Scans/X Week Quantity=10" scan xweek --list mixed --save
+check "a bad file ends a scan after what it found" $'1 AAL\nAMD' "$rc $out"
+check "a bad file in a scan is named" "$broken" "$(tail -n 1 <<<"$err")"
+check "a scan ended by a bad file saves nothing" "no" "$([ -e "$scratch/lists/10WeekHigh.inc" ] && echo yes || echo no)"
+run "${mixed[@]}" live --list mixed --save-inc never
+check "a bad file ends live after its rows" "1 AAL AMD" "$rc $(grep -oP '^(AAL|AMD)(?=\t)' <<<"$out" | tr '\n' ' ' | sed 's/ $//')"
+check "a bad file in live is named" "$broken" "$(tail -n 1 <<<"$err")"
+check "live ended by a bad file saves nothing" "no" "$([ -e "$scratch/lists/never.inc" ] && echo yes || echo no)"
+printf 'AAL\r\n../x\r\n' >"$scratch/lists/escape.inc"
+run "${mixed[@]}" scan buy --list escape
+check "a path in a list is refused with the list and the line" \
+  "1 halvard: error: watch list $scratch/lists/escape.inc line 2: \"../x\" is not a symbol: a symbol cannot hold \"/\" or \"\\\"" \
+  "$rc $(tail -n 1 <<<"$err")"
+run "${mixed[@]}" boxes ../mixed/AAL
+check "a path is no symbol for boxes" "1 halvard: error: \"../mixed/AAL\" is not a symbol: a symbol cannot hold \"/\" or \"\\\"" \
+  "$rc $(tail -n 1 <<<"$err")"
+
+# check: the files the loader refuses, one a line, and a summary; --fix repairs what it can.
+mkdir -p "$scratch/chk"
+cp "$data/prices/BOX.txt" "$data/prices/BROKEN.txt" "$scratch/chk/"
+printf 'Date,Open,High,Low,Close,Volume\r\r\n2024-01-12,1,2,1,1.5,100\r\r\n' >"$scratch/chk/CRCR.txt"
+chk=(--stock-dir "$scratch/chk" --list-dir "$scratch/lists")
+run "${chk[@]}" check
+check "check names each bad file" $'1 BROKEN.txt:3: the high "two" is not a number\nCRCR.txt:2: expected at least 6 comma-separated fields, found 1\n3 files checked: 2 do not load' "$rc $out"
+run "${chk[@]}" check --fix
+check "check --fix repairs what it can" $'1 BROKEN.txt:3: the high "two" is not a number\nCRCR.txt: fixed: rewrote the line ends (one CR LF a line, no empty line)\n3 files checked: 1 does not load, 1 fixed' "$rc $out"
+printf 'BOX\r\nCRCR\r\n' >"$scratch/lists/good.inc"
+run "${chk[@]}" check --list good
+check "check --list: its symbols and the index file" $'0 ^IXIC.txt: no such file\n2 files checked: all load, 1 missing' "$rc $out"
 
 # Downloads from a local server standing in for the historical-quotes service (the table
 # provider); the same genuine answer for every symbol. Nothing leaves this machine.
@@ -180,13 +219,38 @@ run "${dl[@]}" --set "Services/Table Host=127.0.0.1:1" download --list two --ski
 check "skip-existing asks nothing" "Inc List Successfully download" "$out"
 run "${dl[@]}" --set "Services/Table Host=127.0.0.1:1" download --list two
 check "failed list exit status" 1 "$rc"
-check "failed list message" $'Error downloading inc list - Failed to download GOOG\nFailed to download ORCL' "$err"
+check "failed list message" $'Error downloading inc list - Failed to download GOOG\nFailed to download ORCL' "$(tail -n 2 <<<"$err")"
 run "${dl[@]}" --set "Services/Table Host=127.0.0.1:1" download NEW
-check "failed symbol" "1 Failed to download NEW" "$rc $err"
+check "failed symbol says why" "1 halvard: Failed to download NEW: no answer: " \
+  "$rc $(grep -o '^halvard: Failed to download NEW: no answer: ' <<<"$err")"
+run "${dl[@]}" download ../escaped
+check "a path is no symbol" "1 halvard: Failed to download ../escaped: a symbol cannot hold \"/\" or \"\\\"" "$rc $err"
+check "nothing written outside the folder" "no" "$([ -e "$scratch/escaped.txt" ] && echo yes || echo no)"
+cp "$2/prices-long/^IXIC.txt" "$scratch/www/table.csv"
+run "${dl[@]}" download ORCL --from 1/1/2002
+check "a long history keeps its newest days" "0 halvard: ORCL: kept the newest 1001 of 4,028 days" "$rc $err"
+run "${dl[@]}" boxes ORCL --json
+check "and loads" '"barCount":1001' "$(grep -o '"barCount":[0-9]*' <<<"$out")"
+cp "$2/responses/table-goog-2011.csv" "$scratch/www/table.csv"
 run "${dl[@]}" --set "Services/Provider=nobody" download GOOG
 check "unknown provider is a usage error" 2 "$rc"
 run "${dl[@]}" download GOOG --list two
 check "symbols and lists at once is a usage error" 2 "$rc"
+
+# Ctrl-C stops a download inside its request (here one that would wait a minute for an answer).
+python3 -c 'import socket, time
+s = socket.socket(); s.bind(("127.0.0.1", 0)); s.listen()
+print(s.getsockname()[1], flush=True); time.sleep(120)' >"$scratch/silent.port" &
+silent=$!
+for _ in $(seq 50); do [ -s "$scratch/silent.port" ] && break; sleep 0.1; done
+"$halvard" "${dl[@]}" --set "Services/Table Host=127.0.0.1:$(cat "$scratch/silent.port")" \
+  --set "Services/Timeout=60" download SLOW >/dev/null 2>"$scratch/stderr" &
+sleep 1
+kill -INT $!
+wait $!
+check "Ctrl-C stops a download in its request" "130 halvard: interrupted; the price files downloaded so far are kept" \
+  "$? $(cat "$scratch/stderr")"
+kill "$silent"
 
 # The scheduled download: once a day after the set time, the date stored in the settings.
 sched=(--config "$scratch/sched.ini" "${dl[@]}")

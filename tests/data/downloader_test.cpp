@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "halvard/data/file_parser.h"
 #include "halvard/platform/date_text.h"
 #include "local_server.h"
 #include "test_support.h"
@@ -29,7 +30,9 @@ struct Rig {
   test::LocalServer server;
   MemoryEventLog log;
   TableSource source;
-  Downloader downloader{stocks.path(), source, log};
+  std::string notices;  // one a line
+  Downloader downloader{stocks.path(), source, log,
+                        [this](const std::string& n) { notices += n + "\n"; }};
 
   void Serve(std::vector<Reply> replies) { server.Answer("/table.csv", std::move(replies)); }
   std::string SymbolsAsked() const {
@@ -61,18 +64,101 @@ TEST(Downloader, WritesAGenuineAnswerWithCrLfAndNoEmptyLine) {
   EXPECT_TRUE(rig.log.entries().empty());
 }
 
-TEST(Downloader, KeepsACarriageReturnTheServiceSentAndDropsStrayPieces) {
+TEST(Downloader, EveryStoredLineEndsWithOneCrLfWhateverTheAnswerUsed) {
+  for (const std::string end : {"\n", "\r\n", "\r"}) {
+    Rig rig;
+    std::string answer = "Date,Open,High,Low,Close,Volume,Adj Close" + end;
+    std::string stored = "Date,Open,High,Low,Close,Volume,Adj Close\r\n";
+    for (int day = 20; day > 8; --day) {
+      const std::string line = "2011-12-" + std::to_string(day) + ",1,2,0,1,5,1";
+      answer += line + end;
+      stored += line + "\r\n";
+    }
+    answer += "stray text" + end;
+    rig.Serve({{200, answer}});
+    EXPECT_TRUE(rig.downloader.DownloadSymbol("X", kFrom, kTo, false)) << rig.notices;
+    EXPECT_EQ(ReadText(rig.stocks / "X.txt"), stored);
+  }
+}
+
+TEST(Downloader, ALongHistoryKeepsItsNewest1001DaysAndSaysSo) {
   Rig rig;
-  std::string answer = "Date,Open,High,Low,Close,Volume,Adj Close\r\n";
-  for (int day = 20; day > 8; --day)
-    answer += "2011-12-" + std::to_string(day) + ",1,2,0,1,5,1\r\n";
-  answer += "stray text\r\n";
+  // 4,028 days of the index, as the service would send them.
+  const std::string answer = ReadText(test::LongPrices() / "^IXIC.txt");
   rig.Serve({{200, answer}});
-  EXPECT_TRUE(rig.downloader.DownloadSymbol("X", kFrom, kTo, false));
-  const std::string file = ReadText(rig.stocks / "X.txt");
-  EXPECT_TRUE(file.starts_with("Date,Open,High,Low,Close,Volume,Adj Close\r\r\n2011-12-20,"));
-  EXPECT_TRUE(file.ends_with("2011-12-9,1,2,0,1,5,1\r\r\n"));
-  EXPECT_EQ(file.find("stray"), std::string::npos);
+  EXPECT_TRUE(rig.downloader.DownloadSymbol("ORCL", kFrom, kTo, false));
+  EXPECT_EQ(rig.notices, "ORCL: kept the newest 1001 of 4,028 days\n");
+  PriceSeries series;
+  ASSERT_TRUE(LoadStockFile(series, (rig.stocks / "ORCL.txt").string()));
+  EXPECT_EQ(series.barCount, 1001);
+  const std::string file = ReadText(rig.stocks / "ORCL.txt");
+  EXPECT_EQ(file, answer.substr(0, file.size()));  // the header and the newest days, as sent
+}
+
+TEST(Downloader, AnAnswerThatWouldNotLoadLeavesTheOldFileByteForByte) {
+  std::string busy;
+  for (int i = 0; i < 14; ++i) busy += "Service busy, please try again later\n";
+  std::string unconvertible = "Date,Open,High,Low,Close,Volume,Adj Close\n";
+  for (int day = 20; day > 8; --day)
+    unconvertible += "2011-12-" + std::to_string(day) + ",1,2,0,1,5,1\n";
+  unconvertible += "2011-12-08,n/a,2,0,1,5,1\n";
+  const struct {
+    std::string body;
+    const char* why;
+  } cases[] = {
+      {busy, "the answer is not price data: no day line of six comma-separated fields"},
+      {"\xEF\xBB\xBF<html>\n" + busy + "</html>\n", "an HTML page instead of price data"},
+      {unconvertible,
+       "the answer is not price data: ORCL.txt line 14: the open \"n/a\" is not a number"},
+  };
+  for (const auto& c : cases) {
+    Rig rig;
+    const std::string old = ReadText(test::LongPrices() / "AMD.txt");
+    WriteText(rig.stocks / "ORCL.txt", old);
+    rig.Serve({{200, c.body}});
+    EXPECT_FALSE(rig.downloader.DownloadSymbol("ORCL", kFrom, kTo, false));
+    EXPECT_EQ(ReadText(rig.stocks / "ORCL.txt"), old);
+    EXPECT_TRUE(rig.notices.starts_with(std::string("Failed to download ORCL: ") + c.why))
+        << rig.notices;
+  }
+}
+
+TEST(Downloader, AFailedSymbolSaysWhyAtOnce) {
+  Rig rig;
+  rig.Serve({{503, ""}});
+  EXPECT_FALSE(rig.downloader.DownloadSymbol("ORCL", kFrom, kTo, false));
+  EXPECT_EQ(rig.notices, "Failed to download ORCL: HTTP status 503 (Service Unavailable)\n");
+  EXPECT_EQ(
+      rig.log.entries(),
+      (std::vector<MemoryEventLog::Entry>{
+          {EventType::kError, "Download of ORCL failed: HTTP status 503 (Service Unavailable)"}}));
+}
+
+TEST(Downloader, ASymbolIsANameNeverAPath) {
+  Rig rig;
+  rig.Serve({{200, test::GenuineAnswer("table-goog-2011.csv")}});
+  const std::filesystem::path inside = rig.stocks / "in";
+  std::filesystem::create_directory(inside);
+  Downloader downloader(inside, rig.source, rig.log,
+                        [&](const std::string& n) { rig.notices += n + "\n"; });
+  for (const std::string symbol : {"../escaped", "a\\b", "", ".", "..", "A\nB"}) {
+    EXPECT_FALSE(downloader.DownloadSymbol(symbol, kFrom, kTo, false)) << symbol;
+  }
+  EXPECT_TRUE(rig.server.targets().empty());
+  EXPECT_FALSE(std::filesystem::exists(rig.stocks / "escaped.txt"));
+  EXPECT_TRUE(rig.notices.starts_with(
+      "Failed to download ../escaped: a symbol cannot hold \"/\" or \"\\\"\n"))
+      << rig.notices;
+
+  // In a list, the list and the line are named before anything is asked.
+  WriteText(rig.stocks / "bad.inc", "GOOG\r\n\r\n../x\r\n");
+  platform::NoProgress progress;
+  EXPECT_EQ(test::ErrorText([&] {
+              downloader.DownloadList(rig.stocks / "bad.inc", kFrom, kTo, false, progress);
+            }),
+            "watch list " + (rig.stocks / "bad.inc").string() +
+                " line 3: \"../x\" is not a symbol: a symbol cannot hold \"/\" or \"\\\"");
+  EXPECT_TRUE(rig.server.targets().empty());
 }
 
 TEST(Downloader, AShortAnswerIsLoggedAndTheOldFileKept) {

@@ -14,14 +14,16 @@ double Date(int y, int m, int d) {
   return platform::SerialFromCivil({y, m, d});
 }
 
-std::unique_ptr<PriceSource> SourceAt(const std::string& provider, const std::string& base) {
+std::unique_ptr<PriceSource> SourceAt(const std::string& provider, const std::string& base,
+                                      int retries = 0, platform::RequestHooks hooks = {}) {
   settings::ServiceSettings s;
   s.provider = provider;
   s.tableHost = s.chartHost = s.stooqHost = s.tiingoHost = base;
   s.tiingoToken = "KEY";
   s.pauseMilliseconds = 0;
   s.timeoutSeconds = 5;
-  return MakePriceSource(s);
+  s.retries = retries;
+  return MakePriceSource(s, hooks);
 }
 
 TEST(TableSource, BuildsTheRequestAddressKeyByKey) {
@@ -33,6 +35,9 @@ TEST(TableSource, BuildsTheRequestAddressKeyByKey) {
   EXPECT_EQ(https.BuildRequestAddress("brk.b", Date(2010, 12, 31), Date(2011, 1, 1)),
             "https://mirror.example.com:8443/table.csv?a=11&b=31&c=2010&d=0&e=1&f=2011"
             "&g=d&y=0&ignore=.csv&s=brk.b");
+  // A symbol adds no parameter of its own.
+  EXPECT_TRUE(source.BuildRequestAddress("A&B=C D", Date(2003, 1, 5), Date(2003, 11, 7))
+                  .ends_with("&s=A%26B%3DC%20D"));
 }
 
 TEST(PriceSources, EachServiceIsAskedItsWayAndAnswersInTheStoredForm) {
@@ -105,7 +110,10 @@ TEST(PriceSources, AnswersThatAreNotPriceDataFailTheSymbolSayingWhich) {
        "a JSON error object (HTTP status 200): Error: Ticker 'X' not found"},
       {"chart", "/v8/finance/chart/X", {200, R"({"chart":{"result":[]}})"}, "wrong shape"},
       {"stooq", "/q/d/l/", {200, "No data"}, "wrong shape"},
-      {"tiingo", "/tiingo/daily/X/prices", {500, "oops"}, "an HTTP error (HTTP status 500)"},
+      {"tiingo",
+       "/tiingo/daily/X/prices",
+       {500, "oops"},
+       "HTTP status 500 (Internal Server Error): \"oops\""},
       {"table",
        "/table.csv",
        {429, "Too Many Requests", "text/plain", {{"Retry-After", "0"}}},
@@ -117,7 +125,30 @@ TEST(PriceSources, AnswersThatAreNotPriceDataFailTheSymbolSayingWhich) {
     const FetchResult r = SourceAt(c.provider, server.base())->Fetch("X", 40000, 40100);
     EXPECT_FALSE(r.ok()) << c.provider << " " << c.said;
     EXPECT_NE(r.failure.find(c.said), std::string::npos) << c.provider << ": " << r.failure;
-    EXPECT_EQ(server.targets().size(), 1u) << c.provider;  // the table service never retries
+    EXPECT_EQ(server.targets().size(), 1u) << c.provider;
+  }
+}
+
+TEST(PriceSources, EveryServiceTriesABusyAnswerAgain) {
+  const Reply busy{503, "", "text/plain", {{"Retry-After", "0"}}};
+  const std::string csv = "Date,Open,High,Low,Close,Volume\n2024-01-02,1,2,0.5,1.5,100\n";
+  const struct {
+    const char* provider;
+    const char* path;
+  } cases[] = {{"table", "/table.csv"},
+               {"chart", "/v8/finance/chart/X"},
+               {"stooq", "/q/d/l/"},
+               {"tiingo", "/tiingo/daily/X/prices"}};
+  for (const auto& c : cases) {
+    test::LocalServer server;
+    server.Answer(c.path, {busy, busy, {200, csv}});
+    std::vector<std::string> retries;
+    const auto source = SourceAt(c.provider, server.base(), 3,
+                                 {{}, [&](const std::string& r) { retries.push_back(r); }});
+    const FetchResult r = source->Fetch("X", 45000, 45300);
+    EXPECT_EQ(server.targets().size(), 3u) << c.provider;
+    EXPECT_EQ(retries.size(), 2u) << c.provider;
+    EXPECT_EQ(r.failure.find("503"), std::string::npos) << c.provider << ": " << r.failure;
   }
 }
 

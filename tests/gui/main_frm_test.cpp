@@ -17,6 +17,7 @@
 #include "halvard/settings/config.h"
 #include "progress_window.h"
 #include "screenshot.h"
+#include "text_window.h"
 
 namespace halvard::gui::testing {
 namespace {
@@ -478,6 +479,25 @@ class MainFrmTest : public QObject {
     QVERIFY(QFile::exists(ws.lists() + "/found.inc"));
     QVERIFY(w->findChild<QComboBox*>(QStringLiteral("IncListBox"))->findText("found.inc") >= 0);
     QVERIFY(!w->progressWindow().isVisible());
+  }
+
+  // Tools > Check Price Files: the loader's verdict on every file of the folder, in a window.
+  void checkPriceFilesShowsWhatDoesNotLoad() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    QFile bad(ws.stocks() + "/ZZZ.txt");
+    QVERIFY(bad.open(QIODevice::WriteOnly));
+    bad.write("Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,two,0.5,1.5,100\r\n");
+    bad.close();
+    w->findChild<QAction*>(QStringLiteral("checkPriceFilesMnuItem"))->trigger();
+    const auto* report = w->findChild<TextWindow*>(QStringLiteral("checkPriceFiles"));
+    QVERIFY(report != nullptr);
+    QVERIFY(report->isVisible());
+    QCOMPARE(report->windowTitle(), QStringLiteral("Check Price Files"));
+    QCOMPARE(report->text(), QStringLiteral("ZZZ.txt:2: the high \"two\" is not a number\n"
+                                            "42 files checked: 1 does not load\n"));
+    QVERIFY(dialogs.messages.empty());
   }
 
   // While a scan runs the window keeps painting but takes no other command; Cancel stops it

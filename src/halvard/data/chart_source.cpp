@@ -8,6 +8,7 @@
 
 #include "halvard/data/price_answer.h"
 #include "halvard/data/price_sources.h"
+#include "halvard/data/symbol_name.h"
 #include "halvard/platform/number_text.h"
 
 namespace halvard::data {
@@ -42,11 +43,13 @@ class ChartSource : public PriceSource {
       : base_(BaseUrl(host)), client_(std::move(client)) {}
 
   FetchResult Fetch(const std::string& symbol, double startDate, double endDate) override {
-    const std::string url = base_ + "/v8/finance/chart/" + symbol +
+    const std::string url = base_ + "/v8/finance/chart/" + AddressPart(symbol) +
                             "?period1=" + std::to_string(UnixSeconds(startDate)) +
                             "&period2=" + std::to_string(UnixSeconds(endDate + 1)) + "&interval=1d";
     const platform::HttpResponse response = client_->Get(url);
-    if (std::string refusal = RefusalOf(response); !refusal.empty()) return {"", refusal};
+    if (std::string refusal = RefusalOf(response); !refusal.empty()) {
+      return Refused(response, std::move(refusal));
+    }
     return Convert(response.body);
   }
 

@@ -8,6 +8,7 @@
 
 #include "halvard/data/price_answer.h"
 #include "halvard/data/price_sources.h"
+#include "halvard/data/symbol_name.h"
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
@@ -85,7 +86,9 @@ class CsvSource : public PriceSource {
 
   FetchResult Fetch(const std::string& symbol, double startDate, double endDate) override {
     const platform::HttpResponse response = client_->Get(address_(symbol, startDate, endDate));
-    if (std::string refusal = RefusalOf(response); !refusal.empty()) return {"", refusal};
+    if (std::string refusal = RefusalOf(response); !refusal.empty()) {
+      return Refused(response, std::move(refusal));
+    }
     return ConvertNamedCsv(response.body, adjustedName_);
   }
 
@@ -116,7 +119,7 @@ std::string StooqTicker(const std::string& symbol) {
 std::unique_ptr<PriceSource> MakeStooqSource(std::string host,
                                              std::unique_ptr<platform::HttpClient> client) {
   auto address = [base = BaseUrl(host)](const std::string& symbol, double from, double to) {
-    return base + "/q/d/l/?s=" + StooqTicker(symbol) + "&d1=" + CompactDate(from) +
+    return base + "/q/d/l/?s=" + AddressPart(StooqTicker(symbol)) + "&d1=" + CompactDate(from) +
            "&d2=" + CompactDate(to) + "&i=d";
   };
   return std::make_unique<CsvSource>(address, "Adj Close", std::move(client));
@@ -125,7 +128,7 @@ std::unique_ptr<PriceSource> MakeStooqSource(std::string host,
 std::unique_ptr<PriceSource> MakeTiingoSource(std::string host, std::string token,
                                               std::unique_ptr<platform::HttpClient> client) {
   auto address = [base = BaseUrl(host), token](const std::string& symbol, double from, double to) {
-    return base + "/tiingo/daily/" + symbol + "/prices?startDate=" + IsoDate(from) +
+    return base + "/tiingo/daily/" + AddressPart(symbol) + "/prices?startDate=" + IsoDate(from) +
            "&endDate=" + IsoDate(to) + "&format=csv&token=" + token;
   };
   return std::make_unique<CsvSource>(address, "adjClose", std::move(client));

@@ -1,10 +1,13 @@
 #include "halvard/data/downloader.h"
 
-#include <algorithm>
+#include <optional>
 
+#include "halvard/data/stored_price_text.h"
+#include "halvard/data/symbol_name.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
 #include "halvard/platform/files.h"
+#include "halvard/platform/line_reader.h"
 
 namespace halvard::data {
 namespace fs = std::filesystem;
@@ -12,52 +15,68 @@ using platform::EventType;
 
 namespace {
 
-std::vector<std::string_view> Split(std::string_view text, char separator) {
-  std::vector<std::string_view> pieces;
-  size_t start = 0;
-  for (size_t at; (at = text.find(separator, start)) != std::string_view::npos; start = at + 1) {
-    pieces.push_back(text.substr(start, at - start));
-  }
-  pieces.push_back(text.substr(start));
-  return pieces;
-}
-
-// The pieces that are day lines or the header, each with CR LF. A piece is not trimmed, so a
-// CR the service ended its lines with stays before the added CR LF.
-std::string PriceFileText(const std::vector<std::string_view>& pieces) {
-  std::string text;
-  for (const std::string_view piece : pieces) {
-    if (std::count(piece.begin(), piece.end(), ',') < 5) continue;
-    text += piece;
-    text += "\r\n";
-  }
-  return text;
+// The pieces of an answer split at its line ends: its lines, and one more after a final line
+// end. For LF and CR LF answers this is the count of LF-separated pieces; an answer with CR
+// line ends counts its lines as well.
+size_t PieceCount(std::string_view body) {
+  platform::LineReader reader(body);
+  size_t lines = 0;
+  for (std::string_view line; reader.Next(line);) ++lines;
+  const bool endsLine = body.empty() || body.back() == '\n' || body.back() == '\r';
+  return lines + (endsLine ? 1 : 0);
 }
 
 }  // namespace
 
-Downloader::Downloader(fs::path stockFolder, PriceSource& source, platform::EventLog& log)
-    : stockFolder_(std::move(stockFolder)), source_(source), log_(log) {}
+Downloader::Downloader(fs::path stockFolder, PriceSource& source, platform::EventLog& log,
+                       Notice notice)
+    : stockFolder_(std::move(stockFolder)),
+      source_(source),
+      log_(log),
+      notice_(notice ? std::move(notice) : [](const std::string&) {}) {}
+
+bool Downloader::Fail(const std::string& symbol, const std::string& why) {
+  notice_("Failed to download " + symbol + ": " + why);
+  return false;
+}
+
+bool Downloader::FailLogged(const std::string& symbol, const std::string& why) {
+  log_.Write(EventType::kError, "Download of " + symbol + " failed: " + why);
+  return Fail(symbol, why);
+}
 
 bool Downloader::DownloadSymbol(const std::string& symbol, double startDate, double endDate,
                                 bool skipExisting) {
+  if (const std::string problem = SymbolProblem(symbol); !problem.empty()) {
+    return Fail(symbol, problem);
+  }
   const fs::path path = stockFolder_ / (symbol + ".txt");
   if (skipExisting && platform::FileExists(path)) return true;
   const FetchResult fetched = source_.Fetch(symbol, startDate, endDate);
-  if (!fetched.ok()) {
-    log_.Write(EventType::kError, "Download of " + symbol + " failed: " + fetched.failure);
-    return false;
-  }
-  const std::vector<std::string_view> pieces = Split(fetched.body, '\n');
-  if (pieces.size() < kLeastAnswerPieces) {
+  if (fetched.cancelled) return false;  // the user stopped it: nothing to explain
+  if (!fetched.ok()) return FailLogged(symbol, fetched.failure);
+  if (const size_t pieces = PieceCount(fetched.body); pieces < kLeastAnswerPieces) {
     log_.Write(EventType::kInformation, fetched.body);
-    return false;
+    return Fail(symbol, "an answer of " + std::to_string(pieces) +
+                            " lines is too short to be price data (the event log has it)");
   }
+  const StoredPriceText stored = ToStoredForm(fetched.body, KeepLines::kPriceLines);
+  std::string problem;
+  if (stored.dayLines == 0) {
+    problem = "no day line of six comma-separated fields";
+  } else if (const auto refused = LoadProblem(stored.text, symbol + ".txt")) {
+    problem = refused->what();
+  }
+  if (!problem.empty()) return FailLogged(symbol, "the answer is not price data: " + problem);
   try {
-    platform::WriteFileAtomically(path, PriceFileText(pieces));
+    platform::WriteFileAtomically(path, stored.text);
   } catch (const Error& e) {
-    log_.Write(EventType::kError, "Download of " + symbol + " failed: " + e.what());
-    return false;
+    return FailLogged(symbol, e.what());
+  }
+  if (stored.trimmed()) {
+    const std::string notice = symbol + ": " + KeptDaysText(stored);
+    log_.Write(EventType::kInformation, notice);
+    notice_(notice);
   }
   return true;
 }
@@ -65,7 +84,7 @@ bool Downloader::DownloadSymbol(const std::string& symbol, double startDate, dou
 bool Downloader::DownloadList(const fs::path& listPath, double startDate, double endDate,
                               bool skipExisting, platform::Progress& progress) {
   errorText_.clear();
-  const std::vector<std::string> symbols = ReadWatchList(listPath);
+  const std::vector<std::string> symbols = ReadWatchList(listPath, Quotes::kKeep, Names::kSymbols);
   const int total = static_cast<int>(symbols.size());
   for (int i = 0; i < total && !progress.Cancelled(); ++i) {
     const std::string& symbol = symbols[i];

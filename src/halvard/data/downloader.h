@@ -3,6 +3,7 @@
 // price file (SYMBOL.txt in the stock files folder) in the form the loader reads.
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "halvard/data/price_sources.h"
@@ -13,20 +14,29 @@ namespace halvard::data {
 
 class Downloader {
  public:
-  Downloader(std::filesystem::path stockFolder, PriceSource& source, platform::EventLog& log);
+  // What the user should see at once, beside the event log: "Failed to download SYMBOL: why"
+  // for every failed symbol, "SYMBOL: kept the newest 1001 of N days" for a trimmed answer.
+  using Notice = std::function<void(const std::string&)>;
+
+  Downloader(std::filesystem::path stockFolder, PriceSource& source, platform::EventLog& log,
+             Notice notice = {});
 
   // True when the file was written, or skipped because it exists and skipExisting is set (no
-  // request is made then). False when the answer had fewer than 12 LF-separated pieces (the
-  // body goes to the event log as information and any old file stays as it was), or when the
-  // source failed (its reason goes to the event log as an error). When written, the file holds
-  // every piece with at least six comma fields, as it stands, each followed by CR LF.
+  // request is made then). False, leaving any old file byte for byte as it was, when:
+  // the symbol is not a name (no request is made); the source failed (its reason goes to the
+  // event log as an error); the answer had fewer than 12 LF-separated pieces (the body goes to
+  // the event log as information); or its stored form would not load.
+  // The stored form: every line of the answer with at least six comma fields, whatever its
+  // line end, followed by one CR LF; the header and the newest 1001 day lines (a notice says
+  // when more were sent).
   bool DownloadSymbol(const std::string& symbol, double startDate, double endDate,
                       bool skipExisting);
 
   // Downloads every symbol of the watch list file, in list order; a failed symbol is noted in
   // the error text ("Failed to download SYMBOL" + CR LF) and the event log, and the list goes
   // on. Each symbol is a progress step; a cancel stops between two symbols. True when no
-  // symbol failed. A missing list file is a halvard::Error.
+  // symbol failed. A missing list file, or a line of it that is not a symbol, is a
+  // halvard::Error before any request.
   bool DownloadList(const std::filesystem::path& listPath, double startDate, double endDate,
                     bool skipExisting, platform::Progress& progress);
 
@@ -36,7 +46,12 @@ class Downloader {
  private:
   std::filesystem::path stockFolder_;
   PriceSource& source_;
+  // Both say why in a notice and return false; FailLogged writes the error entry as well.
+  bool Fail(const std::string& symbol, const std::string& why);
+  bool FailLogged(const std::string& symbol, const std::string& why);
+
   platform::EventLog& log_;
+  Notice notice_;
   std::string errorText_;
 };
 

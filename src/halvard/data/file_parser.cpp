@@ -15,7 +15,7 @@ using platform::SplitFields;
 constexpr const char* kFieldNames[] = {"date", "open", "high", "low", "close", "volume"};
 
 [[noreturn]] void Fail(const std::string& path, size_t line, const std::string& problem) {
-  throw Error(path + " line " + std::to_string(line) + ": " + problem);
+  throw PriceFileError(path, line, problem);
 }
 
 std::string Quoted(std::string_view text) {
@@ -33,7 +33,7 @@ double Price(std::string_view field, int which, const std::string& path, size_t 
 // The first line is the header of the quotes service, whatever it holds: skipped unread.
 void SkipHeader(LineReader& reader, const std::string& path) {
   std::string_view header;
-  if (!reader.Next(header)) throw Error(path + ": the file is empty");
+  if (!reader.Next(header)) throw PriceFileError(path, 0, "the file is empty");
 }
 
 template <size_t N>
@@ -46,6 +46,11 @@ void RequireFields(size_t found, const std::string& path, size_t line) {
 }
 
 }  // namespace
+
+PriceFileError::PriceFileError(const std::string& path, size_t line, const std::string& problem)
+    : Error(path + (line == 0 ? "" : " line " + std::to_string(line)) + ": " + problem),
+      line_(line),
+      problem_(problem) {}
 
 std::string GetSymbol(std::string_view path) {
   if (const size_t dot = path.rfind('.'); dot != std::string_view::npos) {
@@ -65,7 +70,12 @@ bool LoadStockFile(PriceSeries& s, const std::string& path) {
     s.barCount = 0;
     return false;
   }
-  LineReader reader(*text);
+  LoadStockText(s, *text, path);
+  return true;
+}
+
+void LoadStockText(PriceSeries& s, std::string_view text, const std::string& path) {
+  LineReader reader(text);
   SkipHeader(reader, path);
   s.barCount = 0;
   std::string_view line;
@@ -92,7 +102,7 @@ bool LoadStockFile(PriceSeries& s, const std::string& path) {
     s.barVolume[i] = *volume;
     ++s.barCount;
   }
-  if (s.barCount == 0) throw Error(path + ": no day lines after the header line");
+  if (s.barCount == 0) throw PriceFileError(path, 0, "no day lines after the header line");
 
   int at = 0;
   s.highestHigh = GetMax<double>(s.barHigh, s.barCount, at);
@@ -101,7 +111,6 @@ bool LoadStockFile(PriceSeries& s, const std::string& path) {
   s.newestDate = s.barDate[0];
   s.oldestDate = s.barDate[s.barCount - 1];
   ComputeAverageVolume(s);
-  return true;
 }
 
 void ComputeAverageVolume(PriceSeries& s) {
@@ -118,7 +127,12 @@ bool LoadIndexFile(PriceSeries& s, const std::string& path, settings::Config& co
     return false;
   }
   s.rsAvailable = true;
-  LineReader reader(*text);
+  LoadIndexText(s, *text, path);
+  return true;
+}
+
+void LoadIndexText(PriceSeries& s, std::string_view text, const std::string& path) {
+  LineReader reader(text);
   SkipHeader(reader, path);
   std::string_view line;
   std::array<std::string_view, 5> f;
@@ -133,7 +147,6 @@ bool LoadIndexFile(PriceSeries& s, const std::string& path, settings::Config& co
     RequireFields<5>(SplitFields(line, f), path, n);
     s.indexClose[i] = Price(f[4], 4, path, n);
   }
-  return true;
 }
 
 }  // namespace halvard::data

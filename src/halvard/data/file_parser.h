@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "halvard/data/price_series.h"
+#include "halvard/error.h"
 #include "halvard/platform/files.h"
 
 namespace halvard::settings {
@@ -19,6 +20,19 @@ namespace halvard::data {
 
 using platform::FileExists;
 
+// What the loader says of a price file or index file it refuses: the file, the line (0 when the
+// problem is the file as a whole) and the problem, so a checker can list them one a line.
+class PriceFileError : public Error {
+ public:
+  PriceFileError(const std::string& path, size_t line, const std::string& problem);
+  size_t line() const { return line_; }
+  const std::string& problem() const { return problem_; }
+
+ private:
+  size_t line_;
+  std::string problem_;
+};
+
 // The symbol a path names: cut before the last ".", then keep what follows the last "/" or "\"
 // ("data/XYZ.txt" gives XYZ).
 std::string GetSymbol(std::string_view path);
@@ -28,6 +42,10 @@ std::string GetSymbol(std::string_view path);
 // naming the file, the line and the problem; so are a file with no day line and one with more
 // than 1001 day lines.
 bool LoadStockFile(PriceSeries& series, const std::string& path);
+
+// The same parse of a price file's text held in memory, as if read from path: what a download
+// checks before its answer may replace a file.
+void LoadStockText(PriceSeries& series, std::string_view text, const std::string& path);
 
 // The largest of the first count values and its index; on ties the newest day (lowest index).
 template <class T>
@@ -64,5 +82,8 @@ inline constexpr std::string_view kIndexMissingMessage =
 // missing it turns showRS off in the settings and returns false; the caller shows
 // kIndexMissingMessage. A line that does not parse is a halvard::Error as for LoadStockFile.
 bool LoadIndexFile(PriceSeries& series, const std::string& path, settings::Config& config);
+
+// The same parse of an index file's text held in memory.
+void LoadIndexText(PriceSeries& series, std::string_view text, const std::string& path);
 
 }  // namespace halvard::data

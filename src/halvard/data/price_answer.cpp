@@ -59,6 +59,8 @@ std::string JsonErrorMessage(std::string_view body) {
 }
 
 bool IsHtml(std::string_view body) {
+  body = SkipBlanks(body);
+  if (body.starts_with("\xEF\xBB\xBF")) body.remove_prefix(3);  // a UTF-8 byte order mark
   return SkipBlanks(body).starts_with('<');
 }
 
@@ -74,7 +76,9 @@ std::string BaseUrl(std::string_view host) {
 std::string RefusalOf(const platform::HttpResponse& response) {
   if (!response.answered()) return "no answer: " + response.failure;
   const std::string status = "HTTP status " + std::to_string(response.status);
-  if (response.status == 429) return "rate limited by the service (" + status + ")";
+  if (response.status == 429) {
+    return "rate limited by the service: " + platform::StatusText(response.status);
+  }
   if (IsHtml(response.body)) {
     return "an HTML page instead of price data (" + status + "): " + Quote(response.body);
   }
@@ -82,7 +86,8 @@ std::string RefusalOf(const platform::HttpResponse& response) {
     return "a JSON error object (" + status + "): " + message;
   }
   if (response.status < 200 || response.status > 299) {
-    return "an HTTP error (" + status + "): " + Quote(response.body);
+    const std::string said = SkipBlanks(response.body).empty() ? "" : ": " + Quote(response.body);
+    return platform::StatusText(response.status) + said;
   }
   return "";
 }

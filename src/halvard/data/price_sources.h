@@ -9,15 +9,20 @@
 #include <string>
 
 #include "halvard/platform/http_client.h"
+#include "halvard/platform/paced_http_client.h"
 #include "halvard/settings/services.h"
 
 namespace halvard::data {
 
 struct FetchResult {
   std::string body;
-  std::string failure;  // empty when body holds the answer
+  std::string failure;     // empty when body holds the answer
+  bool cancelled = false;  // no answer because the user asked to stop
   bool ok() const { return failure.empty(); }
 };
+
+// The failure for an answer RefusalOf refused (or for none at all).
+FetchResult Refused(const platform::HttpResponse& response, std::string why);
 
 class PriceSource {
  public:
@@ -28,13 +33,13 @@ class PriceSource {
 
 // The historical-quotes service: GET /table.csv with keys a to g, y, ignore and s. Its CSV
 // body is already in the stored form and passes through unchanged. One request per symbol, no
-// pause, no retry.
+// pause.
 class TableSource : public PriceSource {
  public:
   TableSource(std::string host, std::unique_ptr<platform::HttpClient> client);
   // The full address: the host (http:// when it names no scheme), "/table.csv?", then
   // a=M-1&b=D&c=YYYY of the start, d=M-1&e=D&f=YYYY of the end, then "&g=d&y=0&ignore=.csv&s="
-  // and the symbol as it stands.
+  // and the symbol (percent-encoded beyond letters, digits and ".-_^": ^IXIC as it stands).
   std::string BuildRequestAddress(const std::string& symbol, double startDate,
                                   double endDate) const;
   FetchResult Fetch(const std::string& symbol, double startDate, double endDate) override;
@@ -54,10 +59,16 @@ std::unique_ptr<PriceSource> MakeStooqSource(std::string host,
 std::unique_ptr<PriceSource> MakeTiingoSource(std::string host, std::string token,
                                               std::unique_ptr<platform::HttpClient> client);
 
-// The source the [Services] section chooses, over libcurl with its time-out; the keyless
-// services get the pause between requests and one retry after a rate limit, the keyed one
-// the pause only.
-std::unique_ptr<PriceSource> MakePriceSource(const settings::ServiceSettings& services);
+// A client for a service of the [Services] section, over libcurl: its time-out, answer limit
+// and retries, and with pace the pause between two requests.
+std::unique_ptr<platform::HttpClient> MakeServiceClient(const settings::ServiceSettings& services,
+                                                        const char* userAgent, bool pace,
+                                                        const platform::RequestHooks& hooks);
+
+// The source the [Services] section chooses over MakeServiceClient; every service but the
+// historical-quotes one gets the pause.
+std::unique_ptr<PriceSource> MakePriceSource(const settings::ServiceSettings& services,
+                                             const platform::RequestHooks& hooks = {});
 
 // "aapl.us" for AAPL; indexes by their own names (^IXIC is ^ndq); a symbol with a market
 // suffix ("bmw.de") keeps it; always lower case.

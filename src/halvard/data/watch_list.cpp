@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "halvard/data/symbol_name.h"
 #include "halvard/error.h"
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
@@ -25,7 +26,7 @@ std::string_view TrimBlanks(std::string_view s) {
 
 }  // namespace
 
-std::vector<std::string> ReadWatchList(const fs::path& path, Quotes quotes) {
+std::vector<std::string> ReadWatchList(const fs::path& path, Quotes quotes, Names names) {
   const std::optional<std::string> text = platform::ReadFileIfExists(path);
   if (!text) throw Error("watch list " + path.string() + " does not exist");
   std::vector<std::string> symbols;
@@ -39,7 +40,14 @@ std::vector<std::string> ReadWatchList(const fs::path& path, Quotes quotes) {
       line = unquoted;
     }
     line = TrimBlanks(line);
-    if (!line.empty()) symbols.emplace_back(line);
+    if (line.empty()) continue;
+    if (names == Names::kSymbols) {
+      if (const std::string problem = SymbolProblem(line); !problem.empty()) {
+        throw Error("watch list " + path.string() + " line " + std::to_string(reader.number()) +
+                    ": \"" + std::string(line) + "\" is not a symbol: " + problem);
+      }
+    }
+    symbols.emplace_back(line);
   }
   return symbols;
 }

@@ -11,11 +11,15 @@ namespace halvard::data {
 
 enum class Quotes { kKeep, kStrip };
 
+// Whether the lines must be symbols: a list that runs and downloads turn into file names.
+enum class Names { kAny, kSymbols };
+
 // The symbols of a list file in file order: spaces trimmed, blank lines skipped, duplicates
 // kept. With Quotes::kStrip every double quote is removed first (the main window's loader does
-// this so lists written with quoted symbols load too). A missing file is a halvard::Error.
+// this so lists written with quoted symbols load too). A missing file is a halvard::Error; with
+// Names::kSymbols so is a line that is no symbol name (the error names the list and the line).
 std::vector<std::string> ReadWatchList(const std::filesystem::path& path,
-                                       Quotes quotes = Quotes::kKeep);
+                                       Quotes quotes = Quotes::kKeep, Names names = Names::kAny);
 
 // The in-memory text of a list: each symbol followed by CR LF.
 std::string WatchListText(const std::vector<std::string>& symbols);

@@ -6,6 +6,7 @@
 #include <cctype>
 #include <optional>
 
+#include "halvard/data/symbol_name.h"
 #include "halvard/fundamentals/quoted_text.h"
 #include "halvard/fundamentals/service_fetch.h"
 #include "halvard/fundamentals/stock_data_store.h"
@@ -53,7 +54,7 @@ void StockDataStore::downloadExchange(const std::string& symbol, std::string& na
                                       double& yearEstimate, double& nextYearEstimate,
                                       std::string& exchange) {
   const auto body = FetchServiceBody(services_.http, services_.quotesHost,
-                                     "/d/quotes.csv?s=" + symbol + "&f=nxee7e8");
+                                     "/d/quotes.csv?s=" + data::AddressPart(symbol) + "&f=nxee7e8");
   if (!body) return;
   const std::string_view line = std::string_view(*body).substr(0, body->find("\r\n"));
   if (line.empty()) return;
@@ -74,7 +75,8 @@ void StockDataStore::downloadExchange(const std::string& symbol, std::string& na
 
 void StockDataStore::getSummaryInfo(const std::string& symbol, std::string& description,
                                     std::string& industry) {
-  const auto page = FetchServiceBody(services_.http, services_.profileHost, "/q/pr?s=" + symbol);
+  const auto page = FetchServiceBody(services_.http, services_.profileHost,
+                                     "/q/pr?s=" + data::AddressPart(symbol));
   if (!page) return;
   // The summary sits in the first cell of the first row after its heading; each narrowing is
   // kept as soon as it is made, so a page missing a later marker leaves the wider text.

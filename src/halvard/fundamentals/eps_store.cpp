@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "halvard/data/symbol_name.h"
 #include "halvard/error.h"
 #include "halvard/fundamentals/quoted_text.h"
 #include "halvard/fundamentals/service_fetch.h"
@@ -73,7 +74,8 @@ bool EPSStore::CheckExists(const std::string& key) const {
 void EPSStore::downloadEPS(platform::HttpClient& http, const std::string& quotesHost,
                            const std::string& symbol, bool& success) {
   success = false;
-  const auto body = FetchServiceBody(&http, quotesHost, "/d/quotes.csv?s=" + symbol + "&f=see7e8");
+  const auto body = FetchServiceBody(&http, quotesHost,
+                                     "/d/quotes.csv?s=" + data::AddressPart(symbol) + "&f=see7e8");
   if (!body) return;
   // The first line as the service sent it, with any CR it left at its end.
   Remove(symbol);

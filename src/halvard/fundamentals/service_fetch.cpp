@@ -1,7 +1,7 @@
 #include "halvard/fundamentals/service_fetch.h"
 
 #include "halvard/data/price_answer.h"
-#include "halvard/platform/paced_http_client.h"
+#include "halvard/data/price_sources.h"
 
 namespace halvard::fundamentals {
 
@@ -15,11 +15,7 @@ std::optional<std::string> FetchServiceBody(platform::HttpClient* http, const st
 
 std::unique_ptr<platform::HttpClient> MakeCompanyDataClient(
     const settings::ServiceSettings& services) {
-  platform::HttpOptions options;
-  options.timeout = std::chrono::milliseconds(static_cast<long>(services.timeoutSeconds * 1000));
-  return std::make_unique<platform::PacedHttpClient>(
-      std::make_unique<platform::CurlHttpClient>(options),
-      std::chrono::milliseconds(services.pauseMilliseconds), true);
+  return data::MakeServiceClient(services, "halvard600", true, {});
 }
 
 }  // namespace halvard::fundamentals

@@ -2,6 +2,7 @@
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <ctime>
 #include <memory>
 #include <mutex>
@@ -21,9 +22,40 @@ void InitCurlOnce() {
   std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
 }
 
-size_t AppendBody(char* data, size_t size, size_t count, void* body) {
-  static_cast<std::string*>(body)->append(data, size * count);
+// Where the body goes, with the limit it may not pass.
+struct BodySink {
+  std::string& body;
+  size_t limit;
+  bool tooLarge = false;
+};
+
+size_t AppendBody(char* data, size_t size, size_t count, void* target) {
+  auto& sink = *static_cast<BodySink*>(target);
+  if (size * count > sink.limit - sink.body.size()) {
+    sink.tooLarge = true;
+    return 0;  // ends the transfer
+  }
+  // Growing by doubling could reserve twice the limit; the limit is the most ever held.
+  const size_t needed = sink.body.size() + size * count;
+  if (needed > sink.body.capacity()) {
+    sink.body.reserve(std::min(sink.limit, std::max(needed, 2 * sink.body.capacity())));
+  }
+  sink.body.append(data, size * count);
   return size * count;
+}
+
+int CheckCancelled(void* cancelled, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+  const auto& asked = *static_cast<const std::function<bool()>*>(cancelled);
+  return asked && asked() ? 1 : 0;
+}
+
+std::string Megabytes(size_t bytes) {
+  return FormatGeneral(static_cast<double>(bytes) / (1 << 20)) + " MB";
+}
+
+bool IsTransient(CURLcode code) {
+  return code == CURLE_OPERATION_TIMEDOUT || code == CURLE_RECV_ERROR || code == CURLE_SEND_ERROR ||
+         code == CURLE_GOT_NOTHING || code == CURLE_PARTIAL_FILE;
 }
 
 // Keeps the Retry-After value of the last answer (a redirect's headers come first).
@@ -49,6 +81,30 @@ size_t ReadHeader(char* data, size_t size, size_t count, void* target) {
 
 }  // namespace
 
+std::string StatusText(long status) {
+  static const std::pair<long, const char*> kReasons[] = {
+      {200, "OK"},
+      {301, "Moved Permanently"},
+      {302, "Found"},
+      {400, "Bad Request"},
+      {401, "Unauthorized"},
+      {403, "Forbidden"},
+      {404, "Not Found"},
+      {408, "Request Timeout"},
+      {410, "Gone"},
+      {429, "Too Many Requests"},
+      {500, "Internal Server Error"},
+      {502, "Bad Gateway"},
+      {503, "Service Unavailable"},
+      {504, "Gateway Timeout"},
+  };
+  std::string text = "HTTP status " + std::to_string(status);
+  for (const auto& [code, reason] : kReasons) {
+    if (code == status) return text + " (" + reason + ")";
+  }
+  return text;
+}
+
 CurlHttpClient::CurlHttpClient(HttpOptions options) : options_(std::move(options)) {
   InitCurlOnce();
 }
@@ -63,6 +119,9 @@ HttpResponse CurlHttpClient::Get(const std::string& url) {
   char error[CURL_ERROR_SIZE] = "";
   CURL* c = curl.get();
   curl_easy_setopt(c, CURLOPT_URL, url.c_str());
+  // Nothing but the web: a redirect to file:// or another scheme must not read local files.
+  curl_easy_setopt(c, CURLOPT_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(c, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(c, CURLOPT_FOLLOWLOCATION, 1L);
   curl_easy_setopt(c, CURLOPT_MAXREDIRS, 10L);
   curl_easy_setopt(c, CURLOPT_SSL_VERIFYPEER, 1L);
@@ -72,13 +131,28 @@ HttpResponse CurlHttpClient::Get(const std::string& url) {
   curl_easy_setopt(c, CURLOPT_ACCEPT_ENCODING, "");  // whatever compression curl can undo
   curl_easy_setopt(c, CURLOPT_USERAGENT, options_.userAgent.c_str());
   curl_easy_setopt(c, CURLOPT_ERRORBUFFER, error);
+  BodySink sink{response.body, options_.maxBodyBytes};
   curl_easy_setopt(c, CURLOPT_WRITEFUNCTION, AppendBody);
-  curl_easy_setopt(c, CURLOPT_WRITEDATA, &response.body);
+  curl_easy_setopt(c, CURLOPT_WRITEDATA, &sink);
+  // A declared length over the limit is refused before any of the body comes.
+  curl_easy_setopt(c, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(options_.maxBodyBytes));
+  curl_easy_setopt(c, CURLOPT_NOPROGRESS, 0L);
+  curl_easy_setopt(c, CURLOPT_XFERINFOFUNCTION, CheckCancelled);
+  curl_easy_setopt(c, CURLOPT_XFERINFODATA, &options_.cancelled);
   curl_easy_setopt(c, CURLOPT_HEADERFUNCTION, ReadHeader);
   curl_easy_setopt(c, CURLOPT_HEADERDATA, &response.retryAfterSeconds);
   const CURLcode code = curl_easy_perform(c);
   if (code != CURLE_OK) {
-    response.failure = error[0] != '\0' ? error : curl_easy_strerror(code);
+    if (sink.tooLarge || code == CURLE_FILESIZE_EXCEEDED) {
+      response.failure =
+          "the answer is larger than the limit of " + Megabytes(options_.maxBodyBytes);
+    } else if (code == CURLE_ABORTED_BY_CALLBACK) {
+      response.failure = "stopped";
+      response.cancelled = true;
+    } else {
+      response.failure = error[0] != '\0' ? error : curl_easy_strerror(code);
+      response.transient = IsTransient(code);
+    }
     response.body.clear();
     response.retryAfterSeconds.reset();
     return response;

@@ -3,6 +3,7 @@
 #include "halvard/chart/draw_boxes.h"
 #include "halvard/chart/update_view.h"
 #include "halvard/data/file_parser.h"
+#include "halvard/data/symbol_name.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
 
@@ -22,6 +23,7 @@ bool Session::StartUp() {
 }
 
 std::string Session::StockPath(const std::string& symbol) const {
+  data::RequireSymbolName(symbol);
   return config.StockFilePath + "/" + symbol + ".txt";
 }
 
@@ -97,8 +99,8 @@ void Session::Draw(chart::Canvas& canvas) {
 }
 
 void Session::SelectList(const std::string& name) {
-  symbols =
-      data::ReadWatchList(data::WatchListPath(config.IncFilePath, name), data::Quotes::kStrip);
+  symbols = data::ReadWatchList(data::WatchListPath(config.IncFilePath, name), data::Quotes::kStrip,
+                                data::Names::kSymbols);
   listName = name;
   if (!symbols.empty()) ShowSymbol(symbols[0]);
   ShowView();

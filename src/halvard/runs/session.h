@@ -51,7 +51,8 @@ class Session {
   // the index file is missing (showRS is then off and the caller shows the message).
   bool StartUp();
 
-  // The price file of a symbol: the stock files folder, "/", the symbol, ".txt".
+  // The price file of a symbol: the stock files folder, "/", the symbol, ".txt". A symbol that
+  // is no name (data::SymbolProblem) is a halvard::Error before any file is touched.
   std::string StockPath(const std::string& symbol) const;
 
   // Loads the symbol as the main window shows it: on success the RS line is computed when

@@ -1,10 +1,12 @@
 #include "halvard/runs/stock_info.h"
 
+#include "halvard/data/symbol_name.h"
 #include "halvard/platform/number_text.h"
 
 namespace halvard::runs {
 
 std::optional<StockInfo> ReadStockInfo(Session& s, const std::string& symbol) {
+  data::RequireSymbolName(symbol);
   fundamentals::StockDataStore& db = s.stockDb();
   if (!db.isOpen()) return std::nullopt;
   StockInfo info;

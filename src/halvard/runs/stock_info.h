@@ -18,7 +18,8 @@ struct StockInfo {
 };
 
 // The symbol's row ("Not yet downloaded" and "N/A" for a symbol without one); nothing when the
-// stock database could not be opened. An engine error is a halvard::Error.
+// stock database could not be opened. An engine error, or a symbol that is no name
+// (data::SymbolProblem), is a halvard::Error.
 std::optional<StockInfo> ReadStockInfo(Session& s, const std::string& symbol);
 
 // The page as text, one "Label : value" line each (the company name alone on the first line,

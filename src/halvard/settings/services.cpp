@@ -33,6 +33,18 @@ std::string FromText(std::string_view text, int& out) {
   return "";
 }
 
+// A whole number from low to high.
+auto WholeInto(int& field, int low, int high, const char* what) {
+  return [&field, low, high, what](std::string_view text) -> std::string {
+    const auto number = platform::ParseWholeNumber(text);
+    if (!number || *number < low || *number > high) {
+      return std::string(what) + " from " + std::to_string(low) + " to " + std::to_string(high);
+    }
+    field = static_cast<int>(*number);
+    return "";
+  };
+}
+
 std::string ProviderFromText(std::string_view text, std::string& out) {
   const std::string_view t = platform::TrimSpaces(text);
   for (const std::string_view p : kProviders) {
@@ -58,6 +70,11 @@ void VisitServices(ServiceSettings& s, Visitor&& visit) {
   visit("Tiingo Host", into(s.tiingoHost));
   visit("Timeout", into(s.timeoutSeconds));
   visit("Pause", into(s.pauseMilliseconds));
+  visit("Retries", WholeInto(s.retries, 0, 10, "a whole number"));
+  visit("Retry Wait", into(s.retryWaitSeconds));
+  visit("Retry Wait Limit", into(s.retryWaitLimitSeconds));
+  visit("Retry Total Wait", into(s.retryTotalWaitSeconds));
+  visit("Answer Limit", WholeInto(s.answerLimitMegabytes, 1, 4096, "a whole number of megabytes"));
   visit("Tiingo Token", into(s.tiingoToken));
   visit("Quotes Host", into(s.quotesHost));
   visit("Profile Host", into(s.profileHost));
@@ -97,7 +114,8 @@ void SetServiceSettingFromText(ServiceSettings& services, std::string_view name,
   if (!found) {
     throw UsageError("there is no setting Services/" + std::string(name) +
                      " (Provider, Table Host, Chart Host, Stooq Host, Tiingo Host, Timeout, "
-                     "Pause, Tiingo Token, Quotes Host, Profile Host, Screener Host)");
+                     "Pause, Retries, Retry Wait, Retry Wait Limit, Retry Total Wait, Answer "
+                     "Limit, Tiingo Token, Quotes Host, Profile Host, Screener Host)");
   }
 }
 

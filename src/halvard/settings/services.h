@@ -8,6 +8,12 @@
 //                 a base URL per provider; "http://" is assumed when no scheme is given
 //   Timeout       seconds a request may take (default 60)
 //   Pause         milliseconds between two requests of the keyed and keyless services (500)
+//   Retries       how many more times a request is tried after a 429 or 503 answer, a time-out
+//                 or a dropped connection (3; 0 never retries)
+//   Retry Wait    seconds before the first retry, doubled before each later one, with jitter (2)
+//   Retry Wait Limit  seconds one wait may last at most, a Retry-After included (30)
+//   Retry Total Wait  seconds the waits of one request may add up to (60)
+//   Answer Limit  megabytes an answer may hold; a larger one is refused (32)
 //   Tiingo Token  the key of the tiingo service
 //   Quotes Host   base URL of the quotes line (name, exchange, EPS and estimates of a stock)
 //   Profile Host  base URL of the company profile pages (business summary and industry)
@@ -31,6 +37,11 @@ struct ServiceSettings {
   std::string tiingoHost = "https://api.tiingo.com";
   double timeoutSeconds = 60;
   int pauseMilliseconds = 500;
+  int retries = 3;
+  double retryWaitSeconds = 2;
+  double retryWaitLimitSeconds = 30;
+  double retryTotalWaitSeconds = 60;
+  int answerLimitMegabytes = 32;
   std::string tiingoToken;
   std::string quotesHost = "http://download.finance.yahoo.com";
   std::string profileHost = "https://finance.yahoo.com";

@@ -1,4 +1,4 @@
-#include "backtest_window.h"
+#include "text_window.h"
 
 #include <QFontDatabase>
 #include <QPlainTextEdit>
@@ -7,10 +7,10 @@
 
 namespace halvard::gui {
 
-BacktestWindow::BacktestWindow(QWidget* parent)
+TextWindow::TextWindow(QWidget* parent, const QString& objectName, const QString& title)
     : QDialog(parent), txtLog_(new QPlainTextEdit(this)) {
-  setObjectName(QStringLiteral("backtestResults"));
-  setWindowTitle(QStringLiteral("Backtest Results"));
+  setObjectName(objectName);
+  setWindowTitle(title);
   setModal(false);
   txtLog_->setObjectName(QStringLiteral("txtLog"));
   txtLog_->setReadOnly(true);
@@ -20,7 +20,7 @@ BacktestWindow::BacktestWindow(QWidget* parent)
   resize(560, 480);
 }
 
-void BacktestWindow::ShowLog(const std::string& text) {
+void TextWindow::ShowLog(const std::string& text) {
   QString shown = QString::fromStdString(text);
   shown.remove(QLatin1Char('\r'));
   txtLog_->setPlainText(shown);
@@ -29,7 +29,7 @@ void BacktestWindow::ShowLog(const std::string& text) {
   raise();
 }
 
-QString BacktestWindow::text() const {
+QString TextWindow::text() const {
   return txtLog_->toPlainText();
 }
 

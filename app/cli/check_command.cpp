@@ -1,0 +1,46 @@
+// halvard check [--list NAME...] [--fix]: reads every price file of the stock files folder (or
+// of the lists' symbols) and the index file as the loader does, prints one line a problem and a
+// summary, and exits 1 when a file does not load. --fix rewrites what it can make load.
+
+#include <iostream>
+
+#include "commands.h"
+#include "halvard/data/price_check.h"
+#include "terminal_progress.h"
+
+namespace halvard::cli {
+namespace {
+
+struct CheckArgs {
+  std::vector<std::string> lists;
+  bool fix = false;
+};
+
+void Run(const GlobalOptions& options, const CheckArgs& args) {
+  const auto session = OpenSession(options, StartMode::kFoldersOnly);
+  const settings::Config& config = session->config;
+  const std::vector<std::string> names =
+      args.lists.empty() ? data::FolderFilesToCheck(config.StockFilePath)
+                         : data::ListFilesToCheck(config.IncFilePath, args.lists);
+  TerminalProgress progress;
+  const auto checked = data::CheckPriceFiles(config.StockFilePath, names, args.fix, progress);
+  std::cout << WithLineFeeds(data::CheckReportText(checked)) << std::flush;
+  if (progress.Cancelled())
+    throw Interrupted{args.fix ? "the files fixed so far are kept" : "nothing was changed"};
+  if (!data::AllLoad(checked)) throw Failed{};
+}
+
+}  // namespace
+
+void AddCheckCommand(CLI::App& app, const GlobalOptions& options) {
+  auto args = std::make_shared<CheckArgs>();
+  auto* command = app.add_subcommand(
+      "check", "Check that every price file and the index file load; exit 1 when one does not");
+  command->add_option("--list", args->lists, "Check only the price files of these watch lists");
+  command->add_flag("--fix", args->fix,
+                    "Trim over-long files to their newest 1001 days and rewrite their line ends, "
+                    "where that makes them load");
+  command->callback([&options, args] { Run(options, *args); });
+}
+
+}  // namespace halvard::cli
