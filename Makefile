@@ -3,7 +3,7 @@ BUILD ?= build
 JOBS ?= 2
 CMAKE_FLAGS ?=
 
-.PHONY: all deps build test run bench asan package clean
+.PHONY: all deps build programs test run bench asan package clang clean
 
 all: build
 
@@ -15,6 +15,10 @@ $(BUILD)/CMakeCache.txt:
 
 build: $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
+
+# The two programs alone: no tests, benchmarks or manual pages (what make run needs).
+programs: $(BUILD)/CMakeCache.txt
+	cmake --build $(BUILD) -j $(JOBS) --target halvard-programs
 
 test: deps build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
@@ -31,7 +35,7 @@ GUI_DEMO = $(BUILD)/demo-samples
 
 # The desktop program when there is a display to show it on (and it was built); otherwise the
 # command-line demo.
-run: deps build
+run: deps programs
 	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ] && [ -x $(GUI) ]; then \
 	  echo "== The desktop program on a copy of the bundled samples in $(GUI_DEMO)"; \
 	  mkdir -p $(GUI_DEMO) && cp -rn samples/data samples/watchlists $(GUI_DEMO)/ && \
@@ -49,17 +53,29 @@ bench: deps build
 
 # Tests under AddressSanitizer and UndefinedBehaviorSanitizer, in their own build folder.
 asan:
-	$(MAKE) test BUILD=build-asan CMAKE_FLAGS="-DHALVARD_SANITIZE=ON -DHALVARD_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug"
+	$(MAKE) test BUILD=build-asan \
+	  CMAKE_FLAGS="$(CMAKE_FLAGS) -DHALVARD_SANITIZE=ON -DHALVARD_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug"
 
-# The Debian package (halvard600_VERSION_ARCH.deb in this folder): the -O2 build, stripped, installed
-# under /usr, without tests or benchmarks; its contents are checked before it is handed over.
+# The library, the command line and its tests built with Clang in Release (-O3), without the
+# desktop program: a second compiler's warnings, at the cost of one more small build.
+clang:
+	CXX=clang++ cmake -S . -B build-clang -G Ninja -DCMAKE_BUILD_TYPE=Release $(CMAKE_FLAGS) \
+	  -DHALVARD_GUI=OFF -DHALVARD_BENCH=OFF -DHALVARD_MAN=OFF
+	cmake --build build-clang -j $(JOBS)
+	ctest --test-dir build-clang --output-on-failure -j $(JOBS)
+
+# The Debian packages (halvard600_VERSION_ARCH.deb and halvard600-gui_VERSION_ARCH.deb in this
+# folder): the -O2 build, hardened, stripped, installed under /usr, without tests or benchmarks;
+# their contents and lintian's verdict are checked before they are handed over.
 package: deps
+	scripts/install-deps.sh --package
 	cmake -S . -B build-package -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_INSTALL_PREFIX=/usr \
-	  -DHALVARD_TESTS=OFF -DHALVARD_BENCH=OFF
+	  -DHALVARD_TESTS=OFF -DHALVARD_BENCH=OFF -DHALVARD_MAN=ON $(CMAKE_FLAGS)
 	cmake --build build-package -j $(JOBS)
+	rm -f build-package/halvard600*.deb halvard600*.deb
 	cd build-package && cpack
-	cp build-package/halvard600_*.deb .
-	scripts/check-package.sh halvard600_*.deb
+	cp build-package/halvard600*.deb .
+	scripts/check-package.sh halvard600_*.deb halvard600-gui_*.deb
 
 clean:
-	rm -rf build build-asan build-package
+	rm -rf build build-asan build-package build-clang

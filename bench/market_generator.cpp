@@ -241,7 +241,10 @@ Random StreamFor(uint64_t seed, int64_t number) {
 std::string SymbolName(int number, int symbols) {
   const std::string digits = std::to_string(number);
   const size_t width = std::max<size_t>(4, std::to_string(std::max(symbols - 1, 0)).size());
-  return "S" + std::string(width > digits.size() ? width - digits.size() : 0, '0') + digits;
+  std::string name = "S";
+  name.append(width > digits.size() ? width - digits.size() : 0, '0');
+  name += digits;
+  return name;
 }
 
 std::vector<std::string> SymbolNames(int symbols) {

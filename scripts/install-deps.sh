@@ -1,6 +1,10 @@
 #!/usr/bin/env bash
 # Installs every package the build and the tests use (Debian 12). Safe to run again: when all
 # of them are present it returns at once without touching apt.
+#   scripts/install-deps.sh             what make build, make test and make run need
+#   scripts/install-deps.sh --package   also what make package and CI add: the manual pages'
+#                                       generator, lintian, a second compiler, and zsh to test
+#                                       its completion
 set -euo pipefail
 
 packages=(
@@ -11,6 +15,9 @@ packages=(
   libgtest-dev libbenchmark-dev
   qt6-base-dev libqt6gui6 fonts-dejavu-core
 )
+if [ "${1:-}" = "--package" ]; then
+  packages+=(help2man lintian clang zsh)
+fi
 
 missing=()
 for p in "${packages[@]}"; do

@@ -24,14 +24,13 @@ void Run(const GlobalOptions& options, const BacktestArgs& args) {
 
 }  // namespace
 
-void AddBacktestCommand(CLI::App& app, const GlobalOptions& options) {
+void AddBacktestCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<BacktestArgs>();
-  auto* command = app.add_subcommand("backtest", "Backtest the box strategy on a symbol");
-  command->add_option("SYMBOL", args->symbol, "The symbol (its price file is SYMBOL.txt)")
-      ->required();
-  command->add_flag("--signal", args->signal,
-                    "Signal mode: stop at the first buy or stop-loss signal instead of trading");
-  command->callback([&options, args] { Run(options, *args); });
+  auto command = program.Subcommand("backtest", "Backtest the box strategy on a symbol");
+  command.Add("SYMBOL", args->symbol, "The symbol (its price file is SYMBOL.txt)").Required();
+  command.Flag("--signal", args->signal,
+               "Signal mode: stop at the first buy or stop-loss signal instead of trading");
+  command.OnRun([&options, args] { Run(options, *args); });
 }
 
 }  // namespace halvard::cli

@@ -93,12 +93,12 @@ void Run(const GlobalOptions& options, const BoxesArgs& args) {
 
 }  // namespace
 
-void AddBoxesCommand(CLI::App& app, const GlobalOptions& options) {
+void AddBoxesCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<BoxesArgs>();
-  auto* boxes = app.add_subcommand("boxes", "Find the boxes and corvanes of a symbol");
-  AddSymbolAndView(*boxes, args->symbol, args->view);
-  boxes->add_flag("--json", args->json, "Print one JSON object");
-  boxes->callback([&options, args] { Run(options, *args); });
+  auto boxes = program.Subcommand("boxes", "Find the boxes and corvanes of a symbol");
+  AddSymbolAndView(boxes, args->symbol, args->view);
+  boxes.Flag("--json", args->json, "Print one JSON object");
+  boxes.OnRun([&options, args] { Run(options, *args); });
 }
 
 }  // namespace halvard::cli

@@ -1,5 +1,6 @@
 // halvard chart SYMBOL [--view 1-5] [--width W --height H] -o FILE.svg: the chart of one symbol
-// as the main window shows it, written as an SVG file; the status bar's texts on stdout.
+// as the main window shows it, written as an SVG file (or to stdout with -o -); the status bar's
+// texts on stdout (on stderr when the drawing goes to stdout).
 
 #include <iostream>
 
@@ -28,22 +29,28 @@ void Run(const GlobalOptions& options, const ChartArgs& args) {
   ShowSymbolOrFail(*session, args.symbol);
   chart::SvgCanvas canvas(args.width, args.height);
   session->ShowView(canvas);
-  platform::WriteFileAtomically(args.output, canvas.document());
-  std::cout << session->chart.title << "\n" << session->statusText << "\n";
+  if (args.output == "-") {
+    // The drawing alone on stdout, so it can be piped; the status texts go to stderr.
+    std::cout << canvas.document();
+    std::cerr << session->chart.title << "\n" << session->statusText << "\n";
+  } else {
+    platform::WriteFileAtomically(args.output, canvas.document());
+    std::cout << session->chart.title << "\n" << session->statusText << "\n";
+  }
 }
 
 }  // namespace
 
-void AddChartCommand(CLI::App& app, const GlobalOptions& options) {
+void AddChartCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<ChartArgs>();
-  auto* command = app.add_subcommand("chart", "Draw the chart of a symbol into an SVG file");
-  AddSymbolAndView(*command, args->symbol, args->view);
-  command->add_option("--width", args->width, "Width of the drawing (default 1200)")
-      ->check(CLI::Range(100.0, 20000.0));
-  command->add_option("--height", args->height, "Height of the drawing (default 800)")
-      ->check(CLI::Range(100.0, 20000.0));
-  command->add_option("-o,--output", args->output, "The SVG file to write")->required();
-  command->callback([&options, args] { Run(options, *args); });
+  auto command = program.Subcommand("chart", "Draw the chart of a symbol into an SVG file");
+  AddSymbolAndView(command, args->symbol, args->view);
+  command.Add("--width", args->width, "Width of the drawing (default 1200)")
+      .InRange(100.0, 20000.0);
+  command.Add("--height", args->height, "Height of the drawing (default 800)")
+      .InRange(100.0, 20000.0);
+  command.Add("-o,--output", args->output, "The SVG file to write; - for stdout").Required();
+  command.OnRun([&options, args] { Run(options, *args); });
 }
 
 }  // namespace halvard::cli

@@ -32,15 +32,15 @@ void Run(const GlobalOptions& options, const CheckArgs& args) {
 
 }  // namespace
 
-void AddCheckCommand(CLI::App& app, const GlobalOptions& options) {
+void AddCheckCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<CheckArgs>();
-  auto* command = app.add_subcommand(
+  auto command = program.Subcommand(
       "check", "Check that every price file and the index file load; exit 1 when one does not");
-  command->add_option("--list", args->lists, "Check only the price files of these watch lists");
-  command->add_flag("--fix", args->fix,
-                    "Trim over-long files to their newest 1001 days and rewrite their line ends, "
-                    "where that makes them load");
-  command->callback([&options, args] { Run(options, *args); });
+  command.Add("--list", args->lists, "Check only the price files of these watch lists");
+  command.Flag("--fix", args->fix,
+               "Trim over-long files to their newest 1001 days and rewrite their line ends, "
+               "where that makes them load");
+  command.OnRun([&options, args] { Run(options, *args); });
 }
 
 }  // namespace halvard::cli

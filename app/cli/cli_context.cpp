@@ -96,13 +96,13 @@ settings::ServiceSettings OpenServices(const GlobalOptions& options, const runs:
   return services;
 }
 
-void AddSymbolAndView(CLI::App& command, std::string& symbol, int& view) {
-  command.add_option("SYMBOL", symbol, "The symbol (its price file is SYMBOL.txt)")->required();
+void AddSymbolAndView(Command& command, std::string& symbol, int& view) {
+  command.Add("SYMBOL", symbol, "The symbol (its price file is SYMBOL.txt)").Required();
   command
-      .add_option("--view", view,
-                  "1 five days, 2 one month, 3 three months, 4 six months, 5 one year (default: "
-                  "the View/Current setting)")
-      ->check(CLI::Range(1, 5));
+      .Add("--view", view,
+           "1 five days, 2 one month, 3 three months, 4 six months, 5 one year (default: "
+           "the View/Current setting)")
+      .InRange(1, 5);
 }
 
 void ShowSymbolOrFail(runs::Session& session, const std::string& symbol) {

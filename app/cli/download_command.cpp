@@ -81,18 +81,18 @@ void Run(const GlobalOptions& options, const DownloadArgs& args) {
 
 }  // namespace
 
-void AddDownloadCommand(CLI::App& app, const GlobalOptions& options) {
+void AddDownloadCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<DownloadArgs>();
-  auto* command =
-      app.add_subcommand("download",
+  auto command =
+      program.Subcommand("download",
                          "Download price histories into the stock files folder ([Services] chooses "
                          "the service)");
-  command->add_option("SYMBOL", args->symbols, "The symbols to download");
-  command->add_option("--list", args->lists, "Download every symbol of these watch lists");
-  command->add_option("--from", args->from, "The first day (M/d/yyyy); default a year before --to");
-  command->add_option("--to", args->to, "The last day (M/d/yyyy); default today");
-  AddSkipExisting(*command, args->skipExisting);
-  command->callback([&options, args] { Run(options, *args); });
+  command.Add("SYMBOL", args->symbols, "The symbols to download");
+  command.Add("--list", args->lists, "Download every symbol of these watch lists");
+  command.Add("--from", args->from, "The first day (M/d/yyyy); default a year before --to");
+  command.Add("--to", args->to, "The last day (M/d/yyyy); default today");
+  AddSkipExisting(command, args->skipExisting);
+  command.OnRun([&options, args] { Run(options, *args); });
 }
 
 }  // namespace halvard::cli

@@ -31,9 +31,9 @@ std::vector<std::filesystem::path> ExistingLists(const settings::Config& config,
   return paths;
 }
 
-void AddSkipExisting(CLI::App& command, bool& skipExisting) {
-  command.add_flag("--skip-existing", skipExisting,
-                   "Leave symbols that have a price file alone (\"Skip Existing Files\")");
+void AddSkipExisting(Command& command, bool& skipExisting) {
+  command.Flag("--skip-existing", skipExisting,
+               "Leave symbols that have a price file alone (\"Skip Existing Files\")");
 }
 
 }  // namespace halvard::cli

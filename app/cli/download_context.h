@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include <CLI/CLI.hpp>
+#include "command_line.h"
 
 #include "cli_context.h"
 #include "halvard/data/downloader.h"
@@ -26,7 +26,7 @@ struct DownloadContext {
 inline constexpr const char* kDownloadsKept = "the price files downloaded so far are kept";
 
 // --skip-existing, the window's "Skip Existing Files".
-void AddSkipExisting(CLI::App& command, bool& skipExisting);
+void AddSkipExisting(Command& command, bool& skipExisting);
 
 // Every list's file, checked before anything is fetched so a mistyped name costs no download.
 std::vector<std::filesystem::path> ExistingLists(const settings::Config& config,

@@ -50,16 +50,17 @@ void RunRank(const GlobalOptions& options, const std::string& which) {
 
 }  // namespace
 
-void AddFundamentalsCommands(CLI::App& app, const GlobalOptions& options) {
+void AddFundamentalsCommands(Command& program, const GlobalOptions& options) {
   auto symbol = std::make_shared<std::string>();
-  auto* info = app.add_subcommand(
+  auto info = program.Subcommand(
       "info", "Print the company data and ranks of a symbol from the stock database");
-  info->add_option("SYMBOL", *symbol, "The symbol")->required();
-  info->callback([&options, symbol] { RunInfo(options, *symbol); });
+  info.Add("SYMBOL", *symbol, "The symbol").Required();
+  info.OnRun([&options, symbol] { RunInfo(options, *symbol); });
 
-  app.add_subcommand("company-data",
-                     "Download the company data of every price file's stock that has none yet")
-      ->callback([&options] {
+  program
+      .Subcommand("company-data",
+                  "Download the company data of every price file's stock that has none yet")
+      .OnRun([&options] {
         RunDownload(options, "the company data downloaded so far is stored",
                     [](runs::Session& s, const settings::ServiceSettings& services,
                        platform::HttpClient& http, platform::Progress& progress) {
@@ -68,8 +69,8 @@ void AddFundamentalsCommands(CLI::App& app, const GlobalOptions& options) {
                     });
       });
 
-  app.add_subcommand("eps-data", "Download the EPS line of every price file's stock into eps.dat")
-      ->callback([&options] {
+  program.Subcommand("eps-data", "Download the EPS line of every price file's stock into eps.dat")
+      .OnRun([&options] {
         RunDownload(options, "eps.dat holds the EPS lines downloaded so far",
                     [](runs::Session& s, const settings::ServiceSettings& services,
                        platform::HttpClient& http, platform::Progress& progress) {
@@ -78,12 +79,10 @@ void AddFundamentalsCommands(CLI::App& app, const GlobalOptions& options) {
       });
 
   auto which = std::make_shared<std::string>();
-  auto* rank = app.add_subcommand(
+  auto rank = program.Subcommand(
       "rank", "Compute the RS averages and RS ranks (rs) or the EPS ranks (eps) of the stocks");
-  rank->add_option("WHICH", *which, "rs or eps")
-      ->required()
-      ->check(CLI::IsMember({"rs", "eps"}));
-  rank->callback([&options, which] { RunRank(options, *which); });
+  rank.Add("WHICH", *which, "rs or eps").Required().OneOf({"rs", "eps"});
+  rank.OnRun([&options, which] { RunRank(options, *which); });
 }
 
 }  // namespace halvard::cli

@@ -44,24 +44,25 @@ void Run(const GlobalOptions& options, const ScanArgs& args, bool save) {
 
 }  // namespace
 
-void AddScanCommand(CLI::App& app, const GlobalOptions& options) {
+void AddScanCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<ScanArgs>();
-  auto* command = app.add_subcommand("scan", "Scan a watch list and print the symbols that pass");
+  auto command = program.Subcommand("scan", "Scan a watch list and print the symbols that pass");
   std::vector<std::string> kinds;
   std::string names;
   for (const auto& scan : runs::ScanCommands()) {
     kinds.emplace_back(scan.key);
     names += (names.empty() ? "" : ", ") + scan.listName(settings::Config{});
   }
-  command->add_option("KIND", args->kind, "The scan")->required()->check(CLI::IsMember(kinds));
-  command->add_option("--list", args->list,
-                      "The watch list to scan (NAME or NAME.inc); not for the rank scans");
-  auto* save = command
-                   ->add_option("--save", args->saveAs,
-                                "Save the result as a watch list; LIST defaults to the scan's "
-                                "own name (" + names + ")")
-                   ->expected(0, 1);
-  command->callback([&options, args, save] { Run(options, *args, save->count() > 0); });
+  command.Add("KIND", args->kind, "The scan").Required().OneOf(kinds);
+  command.Add("--list", args->list,
+              "The watch list to scan (NAME or NAME.inc); not for the rank scans");
+  auto save = command
+                  .Add("--save", args->saveAs,
+                       "Save the result as a watch list; LIST defaults to the scan's "
+                       "own name (" +
+                           names + ")")
+                  .ValueOptional();
+  command.OnRun([&options, args, save] { Run(options, *args, save.Given()); });
 }
 
 }  // namespace halvard::cli

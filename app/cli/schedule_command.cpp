@@ -45,17 +45,17 @@ void Run(const GlobalOptions& options, const ScheduleArgs& args) {
 
 }  // namespace
 
-void AddScheduleCommand(CLI::App& app, const GlobalOptions& options) {
+void AddScheduleCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<ScheduleArgs>();
-  auto* command =
-      app.add_subcommand("schedule",
+  auto command =
+      program.Subcommand("schedule",
                          "The once-a-day download: when Download/Enabled is on, Download/Time has "
                          "passed and nothing was downloaded today, download the lists' last year");
-  command->add_option("--list", args->lists,
-                      "The watch lists to download (default: the Download/Lists setting, the "
-                      "lists chosen in the desktop program's Downloader)");
-  AddSkipExisting(*command, args->skipExisting);
-  command->callback([&options, args] { Run(options, *args); });
+  command.Add("--list", args->lists,
+              "The watch lists to download (default: the Download/Lists setting, the lists "
+              "chosen in the desktop program's Downloader)");
+  AddSkipExisting(command, args->skipExisting);
+  command.OnRun([&options, args] { Run(options, *args); });
 }
 
 }  // namespace halvard::cli

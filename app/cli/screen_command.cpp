@@ -54,38 +54,38 @@ void Run(const GlobalOptions& options, const ScreenArgs& args, bool save) {
 
 }  // namespace
 
-void AddScreenCommand(CLI::App& app, const GlobalOptions& options) {
+void AddScreenCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<ScreenArgs>();
-  auto* command = app.add_subcommand(
+  auto command = program.Subcommand(
       "screen",
       "Screen the stocks by the criteria given, with the screener service of [Services] "
       "Screener Host or, with --local, on the price files and the stock database; print the "
       "symbols found");
-  command->add_flag("--local", args->local,
-                    "Screen the local data: share price, average volume, one-year performance, "
-                    "EPS, EPS growth, P/E, industry and exchange; the other criteria are named "
-                    "on stderr as not applied");
+  command.Flag("--local", args->local,
+               "Screen the local data: share price, average volume, one-year performance, "
+               "EPS, EPS growth, P/E, industry and exchange; the other criteria are named "
+               "on stderr as not applied");
   screener::ScreenCriteria& c = args->criteria;
   for (const auto& t : screener::TextCriteria()) {
-    command->add_option("--" + std::string(t.key), c.*t.field,
-                        "The " + std::string(t.label) + " (the whole text, any case)");
+    command.Add("--" + std::string(t.key), c.*t.field,
+                "The " + std::string(t.label) + " (the whole text, any case)");
   }
   for (const auto& r : screener::RangeCriteria()) {
     screener::Bounds& bounds = c.*r.field;
     const std::string what = std::string(r.label) + " (" + std::string(r.unit) + ")";
-    command->add_option_function<double>(
+    command.Add(
         "--" + std::string(r.key) + "-min", [&bounds](const double& v) { bounds.min = v; },
         "The least " + what);
-    command->add_option_function<double>(
+    command.Add(
         "--" + std::string(r.key) + "-max", [&bounds](const double& v) { bounds.max = v; },
         "The most " + what);
   }
-  auto* save = command
-                   ->add_option("--save", args->saveAs,
-                                "Save the symbols found as the watch list NAME (NAME.inc in "
-                                "the watch-list folder)")
-                   ->type_name("NAME");
-  command->callback([&options, args, save] { Run(options, *args, save->count() > 0); });
+  auto save = command
+                  .Add("--save", args->saveAs,
+                       "Save the symbols found as the watch list NAME (NAME.inc in "
+                       "the watch-list folder)")
+                  .ValueName("NAME");
+  command.OnRun([&options, args, save] { Run(options, *args, save.Given()); });
 }
 
 }  // namespace halvard::cli

@@ -57,29 +57,28 @@ void Ran(const SetOpRecord& r, size_t symbols) {
   std::cout << "wrote " << r.result << " (" << symbols << " symbols)\n";
 }
 
-void AddRecordArgs(CLI::App& command, SetOpRecord& r) {
-  command.add_option("FIRST", r.firstList, "The first watch list (NAME.inc)")->required();
-  command.add_option("OPERATION", r.operation, "union, intersect or difference")
-      ->required()
-      ->check(CLI::IsMember(kOperations));
-  command.add_option("SECOND", r.secondList, "The second watch list (NAME.inc)")->required();
-  command.add_option("RESULT", r.result, "The file to write, as named (no extension added)")
-      ->required();
+void AddRecordArgs(Command& command, SetOpRecord& r) {
+  command.Add("FIRST", r.firstList, "The first watch list (NAME.inc)").Required();
+  command.Add("OPERATION", r.operation, "union, intersect or difference")
+      .Required()
+      .OneOf(kOperations);
+  command.Add("SECOND", r.secondList, "The second watch list (NAME.inc)").Required();
+  command.Add("RESULT", r.result, "The file to write, as named (no extension added)").Required();
 }
 
 }  // namespace
 
-void AddSetOpsCommand(CLI::App& app, const GlobalOptions& options) {
+void AddSetOpsCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<SetOpsArgs>();
-  auto* setops = app.add_subcommand("setops", "Combine watch lists and replay saved combinations");
-  setops->require_subcommand(1);
+  auto setops = program.Subcommand("setops", "Combine watch lists and replay saved combinations");
+  setops.NeedsSubcommand();
 
-  auto* apply = setops->add_subcommand("apply", "Combine two lists into a third");
-  AddRecordArgs(*apply, args->record);
-  apply->callback(
+  auto apply = setops.Subcommand("apply", "Combine two lists into a third");
+  AddRecordArgs(apply, args->record);
+  apply.OnRun(
       [&options, args] { Ran(args->record, tools::RunCurr(ListFolder(options), args->record)); });
 
-  setops->add_subcommand("list", "The saved combinations, numbered from 1")->callback([&options] {
+  setops.Subcommand("list", "The saved combinations, numbered from 1").OnRun([&options] {
     OpenDB o(options);
     for (int k = 1; k <= o.db.count(); ++k) {
       o.db.setPosition(k - 1);
@@ -87,9 +86,9 @@ void AddSetOpsCommand(CLI::App& app, const GlobalOptions& options) {
     }
   });
 
-  auto* add = setops->add_subcommand("add", "Save a combination");
-  AddRecordArgs(*add, args->record);
-  add->callback([&options, args] {
+  auto add = setops.Subcommand("add", "Save a combination");
+  AddRecordArgs(add, args->record);
+  add.OnRun([&options, args] {
     OpenDB o(options);
     const SetOpRecord& r = args->record;
     o.db.AddRecord(r.firstList, r.secondList, r.operation, r.result);
@@ -97,33 +96,32 @@ void AddSetOpsCommand(CLI::App& app, const GlobalOptions& options) {
     Show(o.db.count(), r);
   });
 
-  auto* remove = setops->add_subcommand("delete", "Delete saved combination N");
-  remove->add_option("N", args->number, "The record, counted from 1")->required();
-  remove->callback([&options, args] {
+  auto remove = setops.Subcommand("delete", "Delete saved combination N");
+  remove.Add("N", args->number, "The record, counted from 1").Required();
+  remove.OnRun([&options, args] {
     OpenDB o(options);
     Select(o.db, args->number);
     o.db.DeleteCurr();
     o.db.WriteFile();
   });
 
-  auto* run = setops->add_subcommand("run", "Run saved combination N");
-  run->add_option("N", args->number, "The record, counted from 1")->required();
-  run->callback([&options, args] {
+  auto run = setops.Subcommand("run", "Run saved combination N");
+  run.Add("N", args->number, "The record, counted from 1").Required();
+  run.OnRun([&options, args] {
     OpenDB o(options);
     Select(o.db, args->number);
     const SetOpRecord r = Current(o.db);
     Ran(r, tools::RunCurr(o.folder, r));
   });
 
-  setops->add_subcommand("run-all", "Run every saved combination, first to last")
-      ->callback([&options] {
-        OpenDB o(options);
-        for (int k = 1; k <= o.db.count(); ++k) {
-          o.db.setPosition(k - 1);
-          const SetOpRecord r = Current(o.db);
-          Ran(r, tools::RunCurr(o.folder, r));
-        }
-      });
+  setops.Subcommand("run-all", "Run every saved combination, first to last").OnRun([&options] {
+    OpenDB o(options);
+    for (int k = 1; k <= o.db.count(); ++k) {
+      o.db.setPosition(k - 1);
+      const SetOpRecord r = Current(o.db);
+      Ran(r, tools::RunCurr(o.folder, r));
+    }
+  });
 }
 
 }  // namespace halvard::cli

@@ -24,21 +24,21 @@ struct SweepArgs {
   bool separate = false;  // batch only
 };
 
-void AddSweepOptions(CLI::App& command, SweepArgs& args, std::string_view incHelp) {
-  command.add_option("--list", args.list, "The watch list to run (NAME or NAME.inc)")->required();
-  command.add_flag("--corvane", args.switches.corvane, "Trade corvanes (\"Corvane\")");
-  command.add_flag("--pyramiding", args.switches.unusualVolume,
-                   "Trade the boxes (\"Pyramiding Boxes\")");
-  command.add_flag("--rs", args.switches.positiveRS,
-                   "Buy only with positive relative strength (\"+ve Relative Strength\")");
-  command.add_option("--stoploss", args.stopLossLevels,
-                     "Stop-loss levels in dollars as START,STOP,STEP (e.g. 1,2,0.5); default: one "
-                     "pass at the current stop loss");
-  command.add_option("--rs-days", args.rsLevels,
-                     "RS comparison days as START,STOP,STEP (e.g. 5,10,2); default: one pass at "
-                     "the current RS days");
-  command.add_option("--save-results", args.saveResults, "Save the report as a text file");
-  command.add_option("--save-inc", args.saveInc, std::string(incHelp));
+void AddSweepOptions(Command& command, SweepArgs& args, std::string_view incHelp) {
+  command.Add("--list", args.list, "The watch list to run (NAME or NAME.inc)").Required();
+  command.Flag("--corvane", args.switches.corvane, "Trade corvanes (\"Corvane\")");
+  command.Flag("--pyramiding", args.switches.unusualVolume,
+               "Trade the boxes (\"Pyramiding Boxes\")");
+  command.Flag("--rs", args.switches.positiveRS,
+               "Buy only with positive relative strength (\"+ve Relative Strength\")");
+  command.Add("--stoploss", args.stopLossLevels,
+              "Stop-loss levels in dollars as START,STOP,STEP (e.g. 1,2,0.5); default: one "
+              "pass at the current stop loss");
+  command.Add("--rs-days", args.rsLevels,
+              "RS comparison days as START,STOP,STEP (e.g. 5,10,2); default: one pass at "
+              "the current RS days");
+  command.Add("--save-results", args.saveResults, "Save the report as a text file");
+  command.Add("--save-inc", args.saveInc, std::string(incHelp));
 }
 
 // Applies the levels options and the saves; what differs is the run itself.
@@ -71,27 +71,27 @@ void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, 
 
 }  // namespace
 
-void AddLiveCommand(CLI::App& app, const GlobalOptions& options) {
+void AddLiveCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<SweepArgs>();
-  auto* command = app.add_subcommand(
+  auto command = program.Subcommand(
       "live", "What to do on the next trading day for every symbol of a watch list");
-  AddSweepOptions(*command, *args, "Save the symbols to buy as a watch list");
-  command->callback([&options, args] {
+  AddSweepOptions(command, *args, "Save the symbols to buy as a watch list");
+  command.OnRun([&options, args] {
     RunSweep<runs::LiveReport>(
         options, *args, [&](runs::LiveReport& r) { r.Run(args->switches); },
         [](const runs::LiveReport& r) { return r.buyList(); });
   });
 }
 
-void AddBatchCommand(CLI::App& app, const GlobalOptions& options) {
+void AddBatchCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<SweepArgs>();
-  auto* command =
-      app.add_subcommand("batch", "Backtest every symbol of a watch list, swept over levels");
-  AddSweepOptions(*command, *args, "Save the symbols that traded as a watch list");
-  command->add_flag("--separate", args->separate,
-                    "Sweep the stop loss, then separately the RS days, instead of every "
-                    "combination");
-  command->callback([&options, args] {
+  auto command =
+      program.Subcommand("batch", "Backtest every symbol of a watch list, swept over levels");
+  AddSweepOptions(command, *args, "Save the symbols that traded as a watch list");
+  command.Flag("--separate", args->separate,
+               "Sweep the stop loss, then separately the RS days, instead of every "
+               "combination");
+  command.OnRun([&options, args] {
     RunSweep<runs::BatchTest>(
         options, *args,
         [&](runs::BatchTest& r) {

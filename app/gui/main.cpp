@@ -12,6 +12,7 @@
 
 #include "dialogs.h"
 #include "halvard/platform/samples_folder.h"
+#include "halvard/platform/version.h"
 #include "main_frm.h"
 #include "screenshot.h"
 
@@ -59,6 +60,9 @@ int main(int argc, char** argv) {
   parser.setApplicationDescription(
       QStringLiteral("Halvard 600: boxes, breakouts and buy signals from daily price files"));
   parser.addHelpOption();
+  // Not addVersionOption(): the text is the command line's, with the commit on a second line.
+  const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                   QStringLiteral("Print the version and exit"));
   const QCommandLineOption config(QStringLiteral("config"), QStringLiteral("The settings file"),
                                   QStringLiteral("FILE"));
   const QCommandLineOption stockDir(QStringLiteral("stock-dir"),
@@ -87,8 +91,13 @@ int main(int argc, char** argv) {
       QStringLiteral("window"),
       QStringLiteral("With --screenshot: a picture of this window instead of the main window"),
       kScreenshotWindows.join(u'|'));
-  parser.addOptions({config, stockDir, listDir, screenshot, list, view, optionsPage, secondary});
-  parser.process(app);  // the help and the version are printed here, and the program ends
+  parser.addOptions(
+      {version, config, stockDir, listDir, screenshot, list, view, optionsPage, secondary});
+  parser.process(app);  // the help is printed here, and the program ends
+  if (parser.isSet(version)) {
+    std::fputs(halvard::platform::VersionText("halvard-gui").c_str(), stdout);
+    return 0;
+  }
   if (qobject_cast<QApplication*>(&app) == nullptr) return 0;
 
   halvard::gui::ScreenshotRequest request;

@@ -70,6 +70,10 @@ check "backtest of a missing symbol" 1 "$rc"
 run "${samplesrun[@]}" chart AMD --view 5 -o "$scratch/amd.svg"
 check "chart status texts" $'One Year View - AMD\nLast Day - 12/29/2017: 10.57,10.58,10.27,10.28,26678900 Last Box : 11.19,10.2 ' "$out"
 check "chart writes an SVG" "yes" "$(grep -q '^<svg ' "$scratch/amd.svg" && grep -q '</svg>' "$scratch/amd.svg" && echo yes || echo no)"
+run "${samplesrun[@]}" chart AMD --view 5 -o -
+check "chart -o - writes the drawing alone to stdout" "yes" \
+  "$(grep -q '^<svg ' <<<"$out" && grep -q '</svg>' <<<"$out" && echo yes || echo no)"
+check "chart -o - puts the status texts on stderr" "One Year View - AMD" "$(head -n 1 <<<"$err")"
 run "${box[@]}" chart NOPE -o "$scratch/nope.svg"
 check "chart of a missing symbol writes nothing" "1 no" "$rc $([ -e "$scratch/nope.svg" ] && echo yes || echo no)"
 
@@ -357,6 +361,35 @@ run "${scr[@]}" --set "Services/Screener Host=127.0.0.1:$sport" screen --price-m
 check "screen: a failing page is an error naming it" \
   "halvard: error: screener page 1 (http://127.0.0.1:$sport/screen?price=5..&page=1): HTTP status 404" "$err"
 kill "$sserver"
+
+# Manners: the version, argument errors, output that cannot be written.
+run --version
+check "--version names the program and the version" "halvard 0.1.0" "$(head -n 1 <<<"$out")"
+check "--version exit status" 0 "$rc"
+run scna
+check "an unknown command is a usage error" 2 "$rc"
+check "an unknown command is named with the nearest one" \
+  'halvard: usage error: unknown command "scna"; did you mean scan?' "$(head -n 1 <<<"$err")"
+run config shwo
+check "an unknown subcommand gets the nearest of its siblings" \
+  'halvard: usage error: unknown command "shwo"; did you mean show?' "$(head -n 1 <<<"$err")"
+run xyzzy
+check "no suggestion for a word far from every command" 'halvard: usage error: unknown command "xyzzy"' \
+  "$(head -n 1 <<<"$err")"
+run "${box[@]}" boxes BOX --view 9
+check "a value out of range says it is a usage error" "halvard: usage error:" "$(head -n 1 <<<"$err" | cut -c1-21)"
+run "${box[@]}" boxes BOX --colour red
+check "an unknown option says it is a usage error" "2 halvard: usage error:" "$rc $(head -n 1 <<<"$err" | cut -c1-21)"
+run config set --help
+check "config set describes its arguments" "3" "$(grep -c -e '^ *SECTION ' -e '^ *NAME ' -e '^ *TEXT ' <<<"$out")"
+if [ -w /dev/full ]; then
+  "$halvard" "${box[@]}" boxes BOX --view 2 >/dev/full 2>"$scratch/stderr"
+  check "a failed write to stdout is an error" "1" "$?"
+  check "a failed write to stdout says so" "halvard: error: cannot write to standard output" \
+    "$(tail -n 1 "$scratch/stderr" | cut -c1-47)"
+  "$halvard" --help >/dev/full 2>/dev/null
+  check "help that cannot be written is an error" "1" "$?"
+fi
 
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

@@ -19,7 +19,10 @@ constexpr const char* kFieldNames[] = {"date", "open", "high", "low", "close", "
 }
 
 std::string Quoted(std::string_view text) {
-  return "\"" + std::string(text) + "\"";
+  std::string quoted = "\"";
+  quoted.append(text);
+  quoted += '"';
+  return quoted;
 }
 
 double Price(std::string_view field, int which, const std::string& path, size_t line) {

@@ -119,7 +119,10 @@ std::optional<std::string> ReadFileIfExists(const fs::path& path) {
 
 void WriteFileAtomically(const fs::path& path, std::string_view content) {
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-  std::string temp = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
+  std::string name = ".";  // hidden, beside the file, so the rename stays on one file system
+  name += path.filename().string();
+  name += ".XXXXXX";
+  std::string temp = (folder / name).string();
   Descriptor fd(::mkstemp(temp.data()));
   if (fd.get() < 0) throw Error(Describe(path, "cannot create a file in its folder", errno));
 

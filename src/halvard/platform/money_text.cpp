@@ -16,7 +16,8 @@ std::string GroupedMagnitude(double value, int decimals) {
                                          std::chars_format::scientific, 14);
     const std::string_view text(buffer, static_cast<size_t>(end - buffer));
     const size_t e = text.find('e');
-    digits = std::string(1, text[0]) + std::string(text.substr(2, e - 2));
+    digits.assign(1, text[0]);
+    digits.append(text.substr(2, e - 2));
     size_t exponentAt = e + 1;
     if (text[exponentAt] == '+') ++exponentAt;
     int exponent = 0;
@@ -37,7 +38,7 @@ std::string GroupedMagnitude(double value, int decimals) {
     size_t i = keep;
     while (i > 0 && digits[i - 1] == '9') digits[--i] = '0';
     if (i == 0) {
-      digits.insert(0, "1");
+      digits.insert(digits.begin(), '1');
       ++pointAt;
     } else {
       ++digits[i - 1];
@@ -51,7 +52,10 @@ std::string GroupedMagnitude(double value, int decimals) {
     if (i > 0 && (whole.size() - i) % 3 == 0) out += ',';
     out += whole[i];
   }
-  if (decimals > 0) out += "." + digits.substr(static_cast<size_t>(pointAt));
+  if (decimals > 0) {
+    out += '.';
+    out.append(digits, static_cast<size_t>(pointAt));
+  }
   return out;
 }
 

@@ -118,7 +118,9 @@ void VisitSettings(C& c, Visitor&& visit) {
 }
 
 std::string Describe(std::string_view section, std::string_view name, std::string_view text) {
-  return "[" + std::string(section) + "] " + std::string(name) + " = \"" + std::string(text) + "\"";
+  std::string out = "[";
+  out.append(section).append("] ").append(name).append(" = \"").append(text) += '"';
+  return out;
 }
 
 template <class Field>
