@@ -63,18 +63,22 @@ def key(name, path):
     return f"{name} {path}".strip()
 
 
+def tables(name, commands, entry):
+    """The two tables of the completion functions, one entry a command: the words that may
+    follow it (its subcommands, or the choices of its argument), and its options."""
+    names = [entry(key(name, path), " ".join(subs + choices)) for path, _, subs, choices in commands]
+    options = [entry(key(name, path), " ".join(sorted(opts))) for path, opts, _, _ in commands]
+    return names, options
+
+
 def bash(name, commands, valued):
     fn = "_" + re.sub(r"\W", "_", name)
     lines = [f"# bash completion for {name}, made from its --help", f"{fn}() {{",
              "  local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]}",
              f"  local cmd={name} word i",
              "  local -A names=("]
-    for path, options, subcommands, choices in commands:
-        lines.append(f"    [{key(name, path)!r}]=" + repr(" ".join(subcommands + choices)))
-    lines.append("  )")
-    lines.append("  local -A options=(")
-    for path, options, _, _ in commands:
-        lines.append(f"    [{key(name, path)!r}]=" + repr(" ".join(sorted(options))))
+    names, options = tables(name, commands, lambda k, v: f"    [{k!r}]={v!r}")
+    lines += names + ["  )", "  local -A options=("] + options
     lines += ["  )",
               f"  local valued=' {' '.join(sorted(valued))} '",
               "  for ((i = 1; i < COMP_CWORD; i++)); do",
@@ -104,12 +108,8 @@ def zsh(name, commands, valued):
              f"  local cmd={name} word i",
              "  local -A names options",
              "  names=("]
-    for path, _, subcommands, choices in commands:
-        lines.append(f"    {key(name, path)!r} " + repr(" ".join(subcommands + choices)))
-    lines.append("  )")
-    lines.append("  options=(")
-    for path, options, _, _ in commands:
-        lines.append(f"    {key(name, path)!r} " + repr(" ".join(sorted(options))))
+    names, options = tables(name, commands, lambda k, v: f"    {k!r} {v!r}")
+    lines += names + ["  )", "  options=("] + options
     lines += ["  )",
               f"  local valued=' {' '.join(sorted(valued))} '",
               "  for ((i = 2; i < CURRENT; i++)); do",
