@@ -41,8 +41,8 @@ void TerminalProgress::Step(int done, int total, std::string_view text) {
   lastDraw_ = now;
   const int filled =
       total > 0 ? static_cast<int>(static_cast<long long>(kBarWidth) * done / total) : kBarWidth;
-  const std::string line = "\r" + std::string(text) + " [" + std::string(filled, '#') +
-                           std::string(kBarWidth - filled, ' ') + "]\x1b[K";
+  std::string line = "\r";
+  line.append(text).append(" [").append(filled, '#').append(kBarWidth - filled, ' ') += "]\x1b[K";
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fflush(stderr);
   drawn_ = true;
