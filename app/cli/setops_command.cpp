@@ -26,8 +26,9 @@ fs::path ListFolder(const GlobalOptions& options) {
 }
 
 struct OpenDB {
-  explicit OpenDB(const GlobalOptions& options) : folder(ListFolder(options)) {
-    db.ReadFile(folder / tools::kBooleanDBFileName);
+  explicit OpenDB(const GlobalOptions& options, bool toChange = true)
+      : folder(ListFolder(options)) {
+    db.ReadFile(folder / tools::kBooleanDBFileName, toChange);
   }
   fs::path folder;
   BooleanDB db;
@@ -79,7 +80,7 @@ void AddSetOpsCommand(Command& program, const GlobalOptions& options) {
       [&options, args] { Ran(args->record, tools::RunCurr(ListFolder(options), args->record)); });
 
   setops.Subcommand("list", "The saved combinations, numbered from 1").OnRun([&options] {
-    OpenDB o(options);
+    OpenDB o(options, false);
     for (int k = 1; k <= o.db.count(); ++k) {
       o.db.setPosition(k - 1);
       Show(k, Current(o.db));

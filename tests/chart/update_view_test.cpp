@@ -3,11 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
 #include "halvard/chart/draw_boxes.h"
 #include "halvard/chart/recording_canvas.h"
+#include "halvard/error.h"
 #include "halvard/platform/date_text.h"
 
 namespace halvard::chart {
@@ -122,6 +125,31 @@ TEST(UpdateView, ScalesLeaveRoomAboveAndBelow) {
   for (const char* price : {"9.00", "9.50", "10.00", "10.50", "11.00"}) {
     EXPECT_NE(std::find(labels.begin(), labels.end(), price), labels.end()) << price;
   }
+}
+
+// Series the scales cannot hold (one that never went through the loader, or a price beyond
+// the scale) stop the drawing with the file named, never with a wrapped-around scale.
+TEST(UpdateView, PricesAndVolumesBeyondTheScalesNameTheFile) {
+  const auto error = [](engine::StockView& v) {
+    v.stockFilePath = "data/TEST.txt";
+    try {
+      Draw(v, 1);
+    } catch (const Error& e) {
+      return std::string(e.what());
+    }
+    return std::string("no error");
+  };
+  auto v = SeriesOf({{10, 10}, {40000, 10}});
+  EXPECT_EQ(
+      error(*v),
+      "data/TEST.txt: a price of 40001 is beyond the chart's price scale (-32,767 to 32,766)");
+  v = SeriesOf({{10, 10}, {11, 10}});
+  v->highestHigh = std::nan("");
+  EXPECT_EQ(error(*v),
+            "data/TEST.txt: a price of nan is beyond the chart's price scale (-32,767 to 32,766)");
+  v = SeriesOf({{10, 10, INT64_MAX}});
+  EXPECT_EQ(error(*v),
+            "data/TEST.txt: a volume of 9.68454063869752E+18 is beyond the chart's volume scale");
 }
 
 TEST(UpdateView, DateLabelsRunFromOldestOnTheLeftToNewestOnTheRight) {

@@ -111,6 +111,33 @@ TEST(FileParser, BadInputNamesTheFileTheLineAndTheProblem) {
             " line 3: expected at least 5 comma-separated fields, found 4");
 }
 
+// Numbers the engine would divide by, convert or add up beyond any range stop the load.
+TEST(FileParser, PricesAndVolumesOutsideWhatTheyCanBeAreRefused) {
+  const struct {
+    std::string line, error;
+  } cases[] = {
+      {"2017-01-02,nan,2,0.5,1,100", " line 2: the open \"nan\" is not a finite number"},
+      {"2017-01-02,1,inf,0.5,1,100", " line 2: the high \"inf\" is not a finite number"},
+      {"2017-01-02,1,2,-infinity,1,100", " line 2: the low \"-infinity\" is not a finite number"},
+      {"2017-01-02,1,2,0.5,1e999,100", " line 2: the close \"1e999\" is not a number"},
+      {"2017-01-02,1,2,0.5,-0.01,100", " line 2: the close \"-0.01\" is below zero"},
+      {"2017-01-02,1,2,0.5,1,-1", " line 2: the volume \"-1\" is below zero"},
+      {"2017-01-02,1,2,0.5,1,1000000000000001",
+       " line 2: the volume \"1000000000000001\" is beyond 10^15 shares"},
+      {"2017-01-02,1,2,0.5,1,9223372036854775807",
+       " line 2: the volume \"9223372036854775807\" is beyond 10^15 shares"},
+      {"2017-01-02,1,2,0.5,1,nan", " line 2: the volume \"nan\" is not a number"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(LoadError(PriceFile({c.line})), c.error) << c.line;
+  EXPECT_EQ(LoadError(PriceFile({"2017-12-29,1,2,3,nan,5"}), true),
+            " line 2: the close \"nan\" is not a finite number");
+  // The largest volume allowed, 139 times over, still averages.
+  const auto s =
+      Load(PriceFile(std::vector<std::string>(139, "2017-01-02,1,2,0.5,1,1000000000000000")));
+  EXPECT_EQ(s->averageVolume, 139e15 / 138);
+  EXPECT_EQ(s->maxVolume, 1000000000000000);
+}
+
 TEST(FileParser, ReadsEveryDateFormAndLineEnd) {
   const auto s = Load(
       "Date,Open,High,Low,Close,Volume\r"

@@ -152,6 +152,37 @@ TEST(PriceSources, EveryServiceTriesABusyAnswerAgain) {
   }
 }
 
+// Seconds no calendar holds must not wrap around into dates like -219246475-01-2.
+TEST(PriceSources, AChartAnswerWithSecondsBeyondTheDatesIsRefused) {
+  const auto answer = [](const std::string& offset, const std::string& stamp) {
+    return R"({"chart":{"result":[{"meta":{"gmtoffset":)" + offset + R"(},"timestamp":[)" + stamp +
+           R"(],"indicators":{"quote":[{"open":[1],"high":[2],"low":[0.5],"close":[1.5],)"
+           R"("volume":[100]}]}}]}})";
+  };
+  const struct {
+    std::string offset, stamp, said;
+  } cases[] = {
+      {"1e300", "1704236400", "a gmtoffset that is no time-zone offset"},
+      {"-86401", "1704236400", "a gmtoffset that is no time-zone offset"},
+      {"0", "1e300", "a timestamp beyond the dates"},
+      {"0", "9223372036854775807", "a timestamp beyond the dates"},
+      {"86400", "-2209075201", "a timestamp beyond the dates"},
+      {"0", "1704236400.5", ""},
+  };
+  for (const auto& c : cases) {
+    test::LocalServer server;
+    server.Answer("/v8/finance/chart/X", {{200, answer(c.offset, c.stamp), "application/json"}});
+    const FetchResult r = SourceAt("chart", server.base())->Fetch("X", 40000, 40100);
+    if (c.said.empty()) {
+      EXPECT_EQ(r.body,
+                "Date,Open,High,Low,Close,Volume,Adj Close\n2024-01-02,1,2,0.5,1.5,100,1.5\n");
+    } else {
+      EXPECT_NE(r.failure.find(c.said), std::string::npos)
+          << c.offset << " " << c.stamp << ": " << r.failure;
+    }
+  }
+}
+
 TEST(PriceSources, StooqTickers) {
   const std::pair<const char*, const char*> cases[] = {{"AAPL", "aapl.us"}, {"BRK-B", "brk-b.us"},
                                                        {"^IXIC", "^ndq"},   {"^ixic", "^ndq"},

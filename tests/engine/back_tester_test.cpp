@@ -174,6 +174,30 @@ TEST_F(BacktestTest, BounceModeBuysTwiceAndHoldsToTheEndAnyOtherModeTradesNothin
   EXPECT_EQ(tester_.tradeCount, 0);
 }
 
+// Buys at a few millionths of a dollar take billions of shares; a buy at 0 can take none.
+TEST_F(BacktestTest, BounceBuysAtTinyClosesCountEveryShareAndAtZeroStop) {
+  auto days = TwoBoxes();
+  days[9].close = 0.000001;
+  days[12].close = 0.000002;
+  Load(days);
+  config_.buyMode = 2;
+  Run();
+  ExpectInLog("Bought 5000000000 at 1E-06 on 3/10/2024\r\n");
+  ExpectInLog("Bought 2500000000 at 2E-06 on 3/13/2024\r\n");
+  EXPECT_EQ(tester_.sharesHeld, 7500000000);
+
+  days[9].close = 0;
+  Load(days);
+  EXPECT_NE(test::ErrorText([&] {
+              Run();
+            }).find("TEST.txt: a buy at a price of 0 on 3/10/2024 gives no share count"),
+            std::string::npos);
+  days[9].close = 1e-300;
+  Load(days);
+  EXPECT_NE(test::ErrorText([&] { Run(); }).find("a buy at a price of 1E-300 on 3/10/2024"),
+            std::string::npos);
+}
+
 TEST_F(BacktestTest, SignalModeStopsAtTheBreakoutOrBelowTheStopLoss) {
   Load(TwoBoxes());
   EXPECT_EQ(Run(true), Header() +

@@ -74,7 +74,7 @@ TEST_F(CompanyTest, NoAnswerOrAnErrorPageChangesNothing) {
 TEST_F(CompanyTest, TheProfilePageGivesTheFirstCellAndTheIndustryLinkText) {
   server.Answer("/q/pr", {Reply(200, ProfilePage(), "text/html")});
   db.getSummaryInfo("MSFT", description, industry);
-  EXPECT_EQ(description, "Makes software. It''s big.");
+  EXPECT_EQ(description, "Makes software. It's big.");
   EXPECT_EQ(industry, "Business Software & Services");
   EXPECT_EQ(server.targets().front(), "/q/pr?s=MSFT");
 }
@@ -86,8 +86,8 @@ TEST_F(CompanyTest, AMissingMarkerEndsTheExtractionWhereItFails) {
   db.getSummaryInfo("MSFT", description, industry);
   EXPECT_EQ(description + "|" + industry, "d|i");  // nothing set: the industry is not tried
 
-  server.Answer("/q/pr", {Reply(200, ProfilePage("Multex Abridged Business Summary", "</th>"),
-                                "text/html")});
+  server.Answer(
+      "/q/pr", {Reply(200, ProfilePage("Multex Abridged Business Summary", "</th>"), "text/html")});
   db.getSummaryInfo("MSFT", description, industry);
   EXPECT_EQ(description, "<td>Makes software. It's big.</th>");  // the row, not yet the cell
   EXPECT_EQ(industry, "i");
@@ -108,13 +108,32 @@ TEST_F(CompanyTest, GetDataForStockCleansTheNameAndStoresTheRowWithRanksZero) {
   EXPECT_EQ(epsRank + rsRank, 0);
 }
 
+// A quotes answer is data from the network: whatever it holds lands in its own row only.
+TEST_F(CompanyTest, AHostileQuotesAnswerChangesOnlyTheNewStocksRow) {
+  db.SetStockData("KEEP", "sentinel", 11, 22, "Ind", "NYSE", "Keep Co", 1, 2, 3);
+  Quotes("\"Evil Inc\",\"X' WHERE 1=1 --\",0,0,0\r\n");
+  db.getDataForStock("EVIL");
+  Quotes("\"Mo's\",\"NYSE\",1,2,3\r\n");
+  db.getDataForStock("MO");
+  const std::pair<const char*, const char*> rows[] = {{"KEEP", "Keep Co|NYSE|sentinel"},
+                                                      {"EVIL", "Evil Inc|X' WHERE 1=1 --|"},
+                                                      {"MO", "Mo's|NYSE|"}};
+  for (const auto& [symbol, expected] : rows) {
+    std::string got;
+    double epsRank = -1, rsRank = -1;
+    db.GetStockData(symbol, description, epsRank, rsRank, industry, exchange, got);
+    EXPECT_EQ(got + "|" + exchange + "|" + description, expected) << symbol;
+  }
+}
+
 TEST(EPSStore, AMissingFileIsCreatedEmptyAndQuotedKeysMatchBareSymbols) {
   test::TempDir dir;
   EPSStore store;
   store.ReadEPSData(dir / "eps.dat");
   EXPECT_EQ(test::ReadText(dir / "eps.dat"), "");
 
-  test::WriteText(dir / "eps.dat", "\"MSFT\",1.2,1.5,1.7\r\n\"IBM\",8,9,10\r\n\"msft\",1.3,1.5,1.7\r\n");
+  test::WriteText(dir / "eps.dat",
+                  "\"MSFT\",1.2,1.5,1.7\r\n\"IBM\",8,9,10\r\n\"msft\",1.3,1.5,1.7\r\n");
   store.ReadEPSData(dir / "eps.dat");
   ASSERT_EQ(store.records().size(), 2u);  // the later MSFT line is the newer download
   EXPECT_TRUE(store.CheckExists("Msft"));

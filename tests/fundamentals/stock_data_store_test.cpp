@@ -1,6 +1,7 @@
 #include "halvard/fundamentals/stock_data_store.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "halvard/error.h"
 #include "test_support.h"
@@ -19,7 +20,8 @@ struct StoreTest : ::testing::Test {
     SqlDatabase raw;
     raw.Open(dir / "stockdata.mdb", false);
     std::string text;
-    for (const SqlRow& row : raw.Query("Select Symbol, " + column + " from Stocks order by Symbol")) {
+    for (const SqlRow& row :
+         raw.Query("Select Symbol, " + column + " from Stocks order by Symbol")) {
       text += row[0].asText() + "=" + (row[1].isNull() ? "Null" : row[1].asText()) + " ";
     }
     return text;
@@ -47,21 +49,44 @@ TEST_F(StoreTest, AnUnknownSymbolReadsAsNotDownloadedAndLeavesNameAndRanks) {
   EXPECT_EQ(rsRank, 8);
 }
 
-TEST_F(StoreTest, SetStockDataInsertsOnceThenUpdatesAndKeepsDoubledQuotesAsOne) {
-  db.SetStockData("MSFT", "It''s software", 10, 20, "Business Software & Services", "NasdaqNM",
-                  "O''Reilly & Co", 1.5, 2.25, -3.5);
+TEST_F(StoreTest, SetStockDataInsertsOnceThenUpdatesAndStoresApostrophesAsGiven) {
+  db.SetStockData("MSFT", "It's software", 10, 20, "Business Software & Services", "NasdaqNM",
+                  "O'Reilly & Co", 1.5, 2.25, -3.5);
   db.SetStockData("MSFT", "Still software", 30, 40, "Software", "NASDAQ", "Microsoft", 1.5, 2.25,
                   -3.5);
   EXPECT_EQ(Column("Name"), "MSFT=Microsoft ");
   EXPECT_EQ(Column("RSRank || '/' || EPSRank"), "MSFT=30.0/40.0 ");
-  db.SetStockData("AB", "It''s", 0, 0, "Ind", "Ex", "O''Reilly", 0.25, 12, -3.5);
+  db.SetStockData("O'NEIL", "It's", 0, 0, "Ind", "Ex", "Mo's", 0.25, 12, -3.5);
   std::string description, industry, exchange, name;
   double epsRank = 0, rsRank = 0;
-  db.GetStockData("AB", description, epsRank, rsRank, industry, exchange, name);
-  EXPECT_EQ(name, "O'Reilly");
+  db.GetStockData("O'NEIL", description, epsRank, rsRank, industry, exchange, name);
+  EXPECT_EQ(name, "Mo's");
   EXPECT_EQ(description, "It's");
   EXPECT_EQ(Column("EPS || ' ' || YearEPSEstimate || ' ' || NextYearEPSEstimate"),
-            "AB=0.25 12.0 -3.5 MSFT=1.5 2.25 -3.5 ");
+            "MSFT=1.5 2.25 -3.5 O'NEIL=0.25 12.0 -3.5 ");
+}
+
+// Names that would rewrite a statement built as text: each must reach only its own row.
+TEST_F(StoreTest, HostileTextIsStoredAsGivenAndTouchesNoOtherRow) {
+  db.SetStockData("KEEP", "sentinel", 11, 22, "Ind", "NYSE", "Keep Co", 1, 2, 3);
+  const std::string evil = "x' OR '1'='1";
+  db.SetStockData("EVIL", "d", 0, 0, "i", "X' WHERE 1=1 --", "Evil Inc", 0, 0, 0);
+  db.SetRSAvg(evil, 9, 8);
+  db.SetRSRank(evil, 9);
+  db.SetEPSRank(evil, 9);
+  db.SetSummary(evil, "all rows");
+  db.SetIndustry(evil, "all rows");
+  EXPECT_THROW(db.SetExchange(evil, "x"), Error);
+  EXPECT_EQ(Column("Exchange"), "EVIL=X' WHERE 1=1 -- KEEP=NYSE ");
+  EXPECT_EQ(
+      Column("Description || '|' || Industry || '|' || Name || '|' || EPSRank || '|' || RSRank"),
+      "EVIL=d|i|Evil Inc|0.0|0.0 KEEP=sentinel|Ind|Keep Co|22.0|11.0 ");
+  EXPECT_EQ(Column("AvgRS"), "EVIL=Null KEEP=Null ");
+
+  std::string description, industry, exchange, name = "preset";
+  double epsRank = 0, rsRank = 0;
+  db.GetStockData("nosuch' OR '1'='1", description, epsRank, rsRank, industry, exchange, name);
+  EXPECT_EQ(description + "|" + name, "Not yet downloaded|preset");
 }
 
 TEST_F(StoreTest, TwoRowsOfOneSymbolGetAThirdOnTheNextWholeRowWrite) {
@@ -104,6 +129,34 @@ TEST_F(StoreTest, SetExchangeAlwaysFailsAndAReopenedDatabaseKeepsItsColumns) {
   EXPECT_EQ(Column("AvgRS"), "MSFT=2 ");
 }
 
+// Browsing opens the database for reading only, so it works where the user may not write.
+TEST_F(StoreTest, AReadOnlyStoreReadsTheRowsAndRefusesEveryWrite) {
+  Row("MSFT", 1);
+  db.Cleanup();
+  const auto nameOf = [](StockDataStore& store) {
+    std::string description, industry, exchange, name;
+    double epsRank = 0, rsRank = 0;
+    store.GetStockData("MSFT", description, epsRank, rsRank, industry, exchange, name);
+    return name;
+  };
+  StockDataStore reader;
+  reader.InitReadOnly(dir / "stockdata.mdb");
+  EXPECT_EQ(nameOf(reader), "MSFT Inc");
+  EXPECT_NE(test::ErrorText([&] { reader.SetRSRank("MSFT", 5); }).find("readonly"),
+            std::string::npos);
+  reader.Cleanup();
+  if (::geteuid() != 0) {  // root writes into read-only folders
+    namespace fs = std::filesystem;
+    fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
+    StockDataStore browser;
+    browser.InitReadOnly(dir / "stockdata.mdb");
+    const std::string name = nameOf(browser);
+    browser.Cleanup();
+    fs::permissions(dir.path(), fs::perms::owner_all);
+    EXPECT_EQ(name, "MSFT Inc");
+  }
+}
+
 TEST_F(StoreTest, AFailedInitLeavesEveryLaterStatementFailingWithThePath) {
   StockDataStore broken;
   broken.Init(dir / "no such folder" / "stockdata.mdb");
@@ -116,7 +169,7 @@ TEST_F(StoreTest, AFailedInitLeavesEveryLaterStatementFailingWithThePath) {
 }
 
 TEST_F(StoreTest, EPSRanksArePercentilesOfTheStocksWithEPSAboveZero) {
-  const std::pair<const char*, double> stocks[] = {{"A", 1}, {"B", 2}, {"C", 2},   {"D", 3},
+  const std::pair<const char*, double> stocks[] = {{"A", 1}, {"B", 2}, {"C", 2}, {"D", 3},
                                                    {"E", 4}, {"Z", 0}, {"N", -1}};
   for (const auto& [symbol, eps] : stocks) Row(symbol, eps);
   db.SetEPSRank("Z", 33);  // kept: not ranked
@@ -149,17 +202,22 @@ TEST_F(StoreTest, RSRanksHandTheGroupsRanksToTheStocksWithoutAnAverageFirst) {
 
 TEST_F(StoreTest, RankScansSelectByThresholdAndTheIncreasingScansOrderByTheRise) {
   // symbol, EPS, year estimate, EPS rank, RS rank, AvgRS, PrevAvgRS
-  struct S { const char* symbol; double eps, year, epsRank, rsRank, avg, prev; };
-  const S stocks[] = {{"LOW", 1, 5, 79, 79, 3, 1},   {"TOP", 2, 3, 100, 100, 2, 1},
-                      {"MID", 1, 4, 80, 80, 3, 1},   {"TIE", 1, 4, 90, 90, 2, 1},
-                      {"FELL", 1, 9, 95, 95, 1, 2},  {"NOEPS", 0, 9, 95, 95, 5, 1}};
+  struct S {
+    const char* symbol;
+    double eps, year, epsRank, rsRank, avg, prev;
+  };
+  const S stocks[] = {{"LOW", 1, 5, 79, 79, 3, 1},  {"TOP", 2, 3, 100, 100, 2, 1},
+                      {"MID", 1, 4, 80, 80, 3, 1},  {"TIE", 1, 4, 90, 90, 2, 1},
+                      {"FELL", 1, 9, 95, 95, 1, 2}, {"NOEPS", 0, 9, 95, 95, 5, 1}};
   for (const S& s : stocks) {
     db.SetStockData(s.symbol, "", s.rsRank, s.epsRank, "", "", "", s.eps, s.year, 0);
     db.SetRSAvg(s.symbol, s.avg, s.prev);
   }
-  EXPECT_EQ(Scan(&StockDataStore::EPSRankScan, 20), "kept\r\nTOP\r\nMID\r\nTIE\r\nFELL\r\nNOEPS\r\n");
+  EXPECT_EQ(Scan(&StockDataStore::EPSRankScan, 20),
+            "kept\r\nTOP\r\nMID\r\nTIE\r\nFELL\r\nNOEPS\r\n");
   EXPECT_EQ(Scan(&StockDataStore::RSRankScan, 0), "kept\r\nTOP\r\n");
-  EXPECT_EQ(Scan(&StockDataStore::RSRankScan, 100), "kept\r\nLOW\r\nTOP\r\nMID\r\nTIE\r\nFELL\r\nNOEPS\r\n");
+  EXPECT_EQ(Scan(&StockDataStore::RSRankScan, 100),
+            "kept\r\nLOW\r\nTOP\r\nMID\r\nTIE\r\nFELL\r\nNOEPS\r\n");
   std::string rising;
   db.IncreasingRSScan(rising, 20);
   EXPECT_EQ(rising, "MID\r\nTOP\r\nTIE\r\n");  // the largest rise, then the higher rank

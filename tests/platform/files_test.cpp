@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+
 #include "halvard/error.h"
 #include "test_support.h"
 
@@ -62,6 +66,45 @@ TEST(Files, ReadsWholeFilesAndNamesOneThatIsMissing) {
   EXPECT_EQ(ReadWholeFile("/proc/self/comm").empty(), false);  // size 0 in stat, text inside
   const std::string error = test::ErrorText([&] { ReadWholeFile(dir / "gone.txt"); });
   EXPECT_NE(error.find("gone.txt"), std::string::npos) << error;
+}
+
+// A FIFO would wait for a writer for ever and /dev/zero never ends: neither is read at all.
+TEST(Files, OnlyRegularFilesAreReadAndOnlyUpToTheLimit) {
+  TempDir dir;
+  ASSERT_EQ(::mkfifo((dir / "fifo.txt").c_str(), 0600), 0);
+  fs::create_symlink("/dev/zero", dir / "zero.inc");
+  fs::create_directory(dir / "folder.txt");
+  for (const char* name : {"fifo.txt", "zero.inc", "folder.txt"}) {
+    EXPECT_EQ(test::ErrorText([&] { ReadFileIfExists(dir / name); }),
+              (dir / name).string() + ": not a regular file");
+  }
+  {
+    std::ofstream big(dir / "big.txt", std::ios::binary);
+    big.seekp(kMaxReadBytes);
+    big.put('x');  // a sparse file one byte over the limit
+  }
+  EXPECT_EQ(test::ErrorText([&] { ReadWholeFile(dir / "big.txt"); }),
+            (dir / "big.txt").string() + ": the file is larger than 64 MB");
+}
+
+TEST(Files, AWriteRemovesTheHourOldTemporaryFilesOfInterruptedWrites) {
+  TempDir dir;
+  const auto age = [&](const char* name, std::chrono::minutes minutes) {
+    WriteText(dir / name, "left over");
+    fs::last_write_time(dir / name, fs::file_time_type::clock::now() - minutes);
+  };
+  age(".AAPL.txt.Ab12Cd", std::chrono::minutes(61));  // an interrupted price download
+  age(".sample.inc.x9Y8z7", std::chrono::minutes(120));
+  age(".eps.dat.QwErTy", std::chrono::minutes(30));    // perhaps still being written
+  age(".bashrc.backup", std::chrono::minutes(600));    // not one of ours
+  age(".notes.md.Ab12Cd", std::chrono::minutes(600));  // not a kind of file the program writes
+  age("AAPL.txt.Ab12Cd", std::chrono::minutes(600));
+  WriteFileAtomically(dir / "list.inc", "A\r\n");
+  std::vector<std::string> left;
+  for (const auto& e : fs::directory_iterator(dir.path())) left.push_back(e.path().filename());
+  std::sort(left.begin(), left.end());
+  EXPECT_EQ(left, (std::vector<std::string>{".bashrc.backup", ".eps.dat.QwErTy", ".notes.md.Ab12Cd",
+                                            "AAPL.txt.Ab12Cd", "list.inc"}));
 }
 
 }  // namespace

@@ -51,6 +51,13 @@ TEST_F(BooleanDBTest, RecordsAreStoredFirstOperationSecondResultAndBrowsedWithin
   EXPECT_EQ(Status(), " Edit data and add a new record by clicking Add| Empty boolean data file");
 }
 
+// Listing the saved combinations only looks: a folder the user may not write to is fine.
+TEST_F(BooleanDBTest, ReadingToLookCreatesNoFile) {
+  db.ReadFile(dir / "booldb.dat", false);
+  EXPECT_EQ(db.count(), 0);
+  EXPECT_FALSE(std::filesystem::exists(dir / "booldb.dat"));
+}
+
 TEST_F(BooleanDBTest, AShortLineIsAnErrorNamingItsLine) {
   test::WriteText(dir / "booldb.dat", "a.inc:union:b.inc:c.inc\r\na.inc:union\r\n");
   db.ReadFile(dir / "booldb.dat");

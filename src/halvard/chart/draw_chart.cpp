@@ -20,11 +20,22 @@ constexpr int kVolumeSteps = 3;
 constexpr double kLabelGap = 4;  // the least room between two labels
 
 int16_t PriceBound(double value) {
-  if (value > std::numeric_limits<int16_t>::max() || value < std::numeric_limits<int16_t>::min()) {
+  // Written so that NaN fails too.
+  if (!(value <= std::numeric_limits<int16_t>::max() &&
+        value >= std::numeric_limits<int16_t>::min())) {
     throw Error("a price of " + platform::FormatGeneral(value) +
                 " is beyond the chart's price scale (-32,767 to 32,766)");
   }
   return static_cast<int16_t>(value);
+}
+
+int64_t VolumeBound(double value) {
+  // 2^62: the scale's labels and lines still have room above it.
+  if (!(value >= 0 && value <= 4611686018427387904.0)) {
+    throw Error("a volume of " + platform::FormatGeneral(value) +
+                " is beyond the chart's volume scale");
+  }
+  return static_cast<int64_t>(std::nearbyint(value));
 }
 
 // A label sits on top of its line, inside the area: the topmost line gets its label below it.
@@ -120,7 +131,7 @@ void DrawChart(Chart& chart, Canvas& canvas, int view, std::string_view symbol, 
   // round numbers.
   chart.priceMax = PriceBound(std::nearbyint(highestHigh) + 1);
   chart.priceMin = PriceBound(std::floor(lowestLow) - 1);
-  chart.volumeMax = static_cast<int64_t>(std::nearbyint(static_cast<double>(maxVolume) * 1.05));
+  chart.volumeMax = VolumeBound(static_cast<double>(maxVolume) * 1.05);
 
   LineWidthScope width(canvas, kGridLineWidth);
   DrawHorizontalGrid(chart, canvas);

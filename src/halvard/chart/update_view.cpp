@@ -5,6 +5,7 @@
 #include "halvard/chart/day_marks.h"
 #include "halvard/chart/draw_chart.h"
 #include "halvard/chart/view_setup.h"
+#include "halvard/error.h"
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/number_text.h"
 
@@ -50,8 +51,12 @@ void UpdateView(Chart& chart, const engine::StockView& view, const settings::Con
   if (!SetUpView(chart, view, config.currentView)) return;
   PlaceSlots(chart, view.barCount);
   chart.status = LastDayText(view);
-  DrawChart(chart, canvas, config.currentView, view.stockSymbol, view.lowestLow, view.highestHigh,
-            view.maxVolume);
+  try {
+    DrawChart(chart, canvas, config.currentView, view.stockSymbol, view.lowestLow, view.highestHigh,
+              view.maxVolume);
+  } catch (const Error& e) {
+    throw Error(view.stockFilePath + ": " + e.what());  // the scales name no file of their own
+  }
   DrawDays(chart, canvas, view);
   DrawAverageVolume(chart, canvas, view.averageVolume);
   if (config.showRS && rsLineOfSeries) DrawRSLine(chart, canvas, view);

@@ -18,6 +18,19 @@ using nlohmann::json;
 
 constexpr double kUnixEpochSerial = 25569;  // 1/1/1970
 constexpr int64_t kSecondsPerDay = 86400;
+// What the answer's seconds may be: a time-zone offset within a day, a moment from 1/1/1900 to
+// 12/31/9999 (the dates a price file can hold). Anything else is not a trading day.
+constexpr double kMaxOffset = kSecondsPerDay;
+constexpr double kFirstMoment = -2208988800;
+constexpr double kLastMoment = 253402300799;
+
+// A JSON number as whole seconds (rounded down), when it is one and lies within [low, high].
+std::optional<int64_t> Seconds(const json& value, double low, double high) {
+  if (!value.is_number()) return std::nullopt;
+  const double seconds = value.get<double>();
+  if (!(seconds >= low && seconds <= high)) return std::nullopt;
+  return static_cast<int64_t>(std::floor(seconds));
+}
 
 int64_t UnixSeconds(double serialDay) {
   return static_cast<int64_t>(std::floor(serialDay) - kUnixEpochSerial) * kSecondsPerDay;
@@ -82,7 +95,9 @@ class ChartSource : public PriceSource {
     if (const json* meta = result->contains("meta") ? &(*result)["meta"] : nullptr;
         meta != nullptr && meta->is_object() && meta->contains("gmtoffset") &&
         (*meta)["gmtoffset"].is_number()) {
-      offset = (*meta)["gmtoffset"].get<int64_t>();
+      const auto given = Seconds((*meta)["gmtoffset"], -kMaxOffset, kMaxOffset);
+      if (!given) return {"", WrongShape("a gmtoffset that is no time-zone offset", body)};
+      offset = *given;
     }
 
     std::vector<DayRow> rows;
@@ -90,13 +105,15 @@ class ChartSource : public PriceSource {
       const json& stamp = (*timestamps)[day];
       double values[6];
       bool complete = stamp.is_number();
+      const auto moment = Seconds(stamp, kFirstMoment - kMaxOffset, kLastMoment + kMaxOffset);
+      if (complete && !moment) return {"", WrongShape("a timestamp beyond the dates", body)};
       for (int i = 0; i < 6 && complete; ++i) {
         const json& v = (*columns[i])[day];
         complete = v.is_number();
         if (complete) values[i] = v.get<double>();
       }
       if (!complete) continue;
-      const int64_t local = stamp.get<int64_t>() + offset;
+      const int64_t local = *moment + offset;
       const int64_t unixDay =
           (local - (((local % kSecondsPerDay) + kSecondsPerDay) % kSecondsPerDay)) / kSecondsPerDay;
       rows.push_back({static_cast<double>(unixDay) + kUnixEpochSerial, PriceText(values[0]),

@@ -1,8 +1,11 @@
 #include "halvard/data/file_parser.h"
 
+#include <cmath>
+
 #include "halvard/error.h"
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/line_reader.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
 #include "halvard/settings/config.h"
 
@@ -19,17 +22,30 @@ constexpr const char* kFieldNames[] = {"date", "open", "high", "low", "close", "
 }
 
 std::string Quoted(std::string_view text) {
-  std::string quoted = "\"";
-  quoted.append(text);
-  quoted += '"';
-  return quoted;
+  return platform::QuoteForMessage(text);
 }
 
+// The most shares a day can trade: far beyond any market, and 139 of them still add up
+// without overflow.
+constexpr int64_t kMaxVolume = 1'000'000'000'000'000;
+
+// A price is a finite number of dollars, never below zero: "nan", "inf" and "-3" would reach
+// the engine's divisions and conversions.
 double Price(std::string_view field, int which, const std::string& path, size_t line) {
   const auto value = platform::ParseDouble(field);
-  if (!value)
-    Fail(path, line,
-         std::string("the ") + kFieldNames[which] + " " + Quoted(field) + " is not a number");
+  const std::string what = std::string("the ") + kFieldNames[which] + " " + Quoted(field);
+  if (!value) Fail(path, line, what + " is not a number");
+  if (!std::isfinite(*value)) Fail(path, line, what + " is not a finite number");
+  if (*value < 0) Fail(path, line, what + " is below zero");
+  return *value;
+}
+
+int64_t Volume(std::string_view field, const std::string& path, size_t line) {
+  const auto value = platform::ParseWholeNumber(field);
+  const std::string what = "the volume " + Quoted(field);
+  if (!value) Fail(path, line, what + " is not a number");
+  if (*value < 0) Fail(path, line, what + " is below zero");
+  if (*value > kMaxVolume) Fail(path, line, what + " is beyond 10^15 shares");
   return *value;
 }
 
@@ -94,15 +110,14 @@ void LoadStockText(PriceSeries& s, std::string_view text, const std::string& pat
     RequireFields<6>(SplitFields(line, f), path, n);
     const auto date = platform::ParseDate(f[0]);
     if (!date) Fail(path, n, "the date " + Quoted(f[0]) + " is not a date");
-    const auto volume = platform::ParseWholeNumber(f[5]);
-    if (!volume) Fail(path, n, "the volume " + Quoted(f[5]) + " is not a number");
+    const int64_t volume = Volume(f[5], path, n);
     const int i = s.barCount;
     s.barDate[i] = *date;
     s.barOpen[i] = Price(f[1], 1, path, n);
     s.barHigh[i] = Price(f[2], 2, path, n);
     s.barLow[i] = Price(f[3], 3, path, n);
     s.barClose[i] = Price(f[4], 4, path, n);
-    s.barVolume[i] = *volume;
+    s.barVolume[i] = volume;
     ++s.barCount;
   }
   if (s.barCount == 0) throw PriceFileError(path, 0, "no day lines after the header line");

@@ -52,7 +52,7 @@ class BackTester {
   // Run state, reset by every Backtest.
   double totalProfit = 0;
   int tradeCount = 0;
-  int sharesHeld = 0;
+  int64_t sharesHeld = 0;     // 64-bit: a long run of buys at a few cents adds up
   double amountInvested = 0;  // of the current trade
   double amountReturned = 0;  // of the current trade
   bool buyArmed = false;      // a buy signal is pending

@@ -16,6 +16,9 @@ constexpr int kCapital = 10000;   // dollars at the start of every trade
 constexpr int kBuyAmount = 5000;  // each buy spends half of it
 constexpr double kStopBuyMargin = 0.125;
 constexpr int16_t kPassedOver = 2;  // a box marked so never takes part in a trade
+// The most shares one buy may take (any price above $0.000000000005), so that the thousand
+// buys a series can hold never overflow the count of shares held.
+constexpr double kMaxSharesPerBuy = 1e15;
 
 }  // namespace
 
@@ -97,7 +100,13 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
 
     bool bought = false;
     const auto buy = [&](double price) {
-      const int shares = static_cast<int>(std::trunc(kBuyAmount / price));
+      // A bounce at a close of 0 (or a stop-buy from a broken series) has no share count.
+      if (!(price > 0) || !(kBuyAmount / price <= kMaxSharesPerBuy)) {
+        throw Error(v_.stockFilePath + ": a buy at a price of " + FormatGeneral(price) + " on " +
+                    Date(i) + " gives no share count (the price must be above 0 and buy at most " +
+                    "10^15 shares)");
+      }
+      const auto shares = static_cast<int64_t>(std::trunc(kBuyAmount / price));
       AppendLog("Bought " + std::to_string(shares) + " at " + FormatGeneral(price) + " on " +
                 Date(i));
       sharesHeld += shares;

@@ -23,7 +23,8 @@ long InStr(long start, std::string_view text, std::string_view find) {
   if (start < 1 || start > static_cast<long>(text.size())) return 0;
   const auto from = text.begin() + (start - 1);
   const auto at = std::search(from, text.end(), find.begin(), find.end(), [](char a, char b) {
-    return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+    return std::tolower(static_cast<unsigned char>(a)) ==
+           std::tolower(static_cast<unsigned char>(b));
   });
   return at == text.end() ? 0 : static_cast<long>(at - text.begin()) + 1;
 }
@@ -88,14 +89,13 @@ void StockDataStore::getSummaryInfo(const std::string& symbol, std::string& desc
     if (!cell) return;
     description = *cell;
   }
-  description = DoubleSingleQuotes(description);
 
   const auto link = Between(*page, "Industry:", "</a>");
   if (!link) return;
   industry = *link;
   // The link text follows "html" and the two characters that close the link's address and tag.
   industry = *Mid(industry, InStr(1, industry, "html") + 6, static_cast<long>(industry.size()));
-  industry = DoubleSingleQuotes(ReplaceAll(industry, "&amp;", "&"));
+  industry = ReplaceAll(industry, "&amp;", "&");
 }
 
 }  // namespace halvard::fundamentals

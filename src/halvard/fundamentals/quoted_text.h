@@ -1,6 +1,6 @@
 #pragma once
-// Text put between single quotes in the stock database's statements, and the service texts
-// that go there: every replacement replaces every occurrence, with exact case.
+// The cleaning of the service texts stored in the stock database: every replacement replaces
+// every occurrence, with exact case.
 
 #include <string>
 #include <string_view>
@@ -12,11 +12,6 @@ inline std::string ReplaceAll(std::string text, std::string_view from, std::stri
     text.replace(at, from.size(), to);
   }
   return text;
-}
-
-// The statements take text as it is, so a quote in a name must arrive doubled.
-inline std::string DoubleSingleQuotes(std::string text) {
-  return ReplaceAll(std::move(text), "'", "''");
 }
 
 }  // namespace halvard::fundamentals

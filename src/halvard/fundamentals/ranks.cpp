@@ -56,10 +56,6 @@ void Rank(SqlDatabase& db, const RankStatements& q, platform::Progress& progress
   }
 }
 
-std::string Threshold(int16_t percentage) {
-  return std::to_string(100 - percentage);
-}
-
 }  // namespace
 
 void StockDataStore::ComputeEPSRank(platform::Progress& progress) {
@@ -71,29 +67,32 @@ void StockDataStore::ComputeRSRank(platform::Progress& progress) {
 }
 
 void StockDataStore::EPSRankScan(int16_t percentage, std::string& result) {
-  AppendSymbols("Select Symbol from Stocks where EPSRank>=" + Threshold(percentage), result);
+  AppendSymbols("Select Symbol from Stocks where EPSRank>=?", percentage, result);
 }
 
 void StockDataStore::RSRankScan(int16_t percentage, std::string& result) {
-  AppendSymbols("Select Symbol from Stocks where RSRank>=" + Threshold(percentage), result);
+  AppendSymbols("Select Symbol from Stocks where RSRank>=?", percentage, result);
 }
 
 void StockDataStore::IncreasingRSScan(std::string& result, int16_t percentage) {
-  AppendSymbols("Select Symbol from Stocks where AvgRS >= PrevAvgRS and RSRank>=" +
-                    Threshold(percentage) +
-                    " and EPS > 0 ORDER BY (AvgRS - PrevAvgRS) DESC, RSRank DESC",
-                result);
+  AppendSymbols(
+      "Select Symbol from Stocks where AvgRS >= PrevAvgRS and RSRank>=? and EPS > 0 "
+      "ORDER BY (AvgRS - PrevAvgRS) DESC, RSRank DESC",
+      percentage, result);
 }
 
 void StockDataStore::IncreasingEPSScan(std::string& result, int16_t percentage) {
-  AppendSymbols("Select Symbol from Stocks where YearEPSEstimate > EPS and EPSRank>=" +
-                    Threshold(percentage) +
-                    " and EPS > 0 ORDER BY (YearEPSEstimate - EPS) DESC, EPSRank DESC",
-                result);
+  AppendSymbols(
+      "Select Symbol from Stocks where YearEPSEstimate > EPS and EPSRank>=? and EPS > 0 "
+      "ORDER BY (YearEPSEstimate - EPS) DESC, EPSRank DESC",
+      percentage, result);
 }
 
-void StockDataStore::AppendSymbols(const std::string& query, std::string& result) {
-  for (const SqlRow& row : db_.Query(query)) result += row.front().asText() + "\r\n";
+// Every scan keeps the stocks ranked at least 100 - percentage.
+void StockDataStore::AppendSymbols(const std::string& query, int16_t percentage,
+                                   std::string& result) {
+  const SqlValues threshold = {int64_t{100} - percentage};
+  for (const SqlRow& row : db_.Query(query, threshold)) result += row.front().asText() + "\r\n";
 }
 
 }  // namespace halvard::fundamentals

@@ -1,14 +1,22 @@
 #pragma once
 // SqlDatabase: one SQLite connection and the few things the stock database asks of it: run a
-// statement and learn how many rows it changed, run a query and read its rows. Query results
-// are read whole before the caller walks them, so a caller may update the table while it walks.
+// statement and learn how many rows it changed, run a query and read its rows. Statement texts
+// are constants; every value from a file, a service or the user travels as a bound parameter, so
+// no name can ever change what a statement does. Each text is prepared once per connection and
+// reused. Query results are read whole before the caller walks them, so a caller may update the
+// table while it walks.
 
+#include <cstdint>
 #include <filesystem>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace halvard::fundamentals {
 
@@ -24,6 +32,10 @@ struct SqlField {
 };
 using SqlRow = std::vector<SqlField>;
 
+// A value bound to one "?" of a statement, in order.
+using SqlValue = std::variant<double, int64_t, std::string>;
+using SqlValues = std::vector<SqlValue>;
+
 class SqlDatabase {
  public:
   SqlDatabase() = default;
@@ -31,22 +43,33 @@ class SqlDatabase {
   SqlDatabase& operator=(const SqlDatabase&) = delete;
   ~SqlDatabase() { Close(); }
 
-  // Opens an existing file, or creates it when createIfMissing. A failure is a halvard::Error.
-  void Open(const std::filesystem::path& path, bool createIfMissing);
+  // Opens an existing file, or creates it when createIfMissing; readOnly opens it for reading
+  // only (a folder the user may not write to can still be browsed). A failure is a
+  // halvard::Error.
+  void Open(const std::filesystem::path& path, bool createIfMissing, bool readOnly = false);
   void Close();
   bool isOpen() const { return db_ != nullptr; }
   const std::filesystem::path& path() const { return path_; }
 
-  // Runs one statement; returns the number of rows it inserted, updated or deleted. An engine
-  // error (or no open connection) is a halvard::Error with the engine's message and the text.
-  int Execute(const std::string& sql);
-  std::vector<SqlRow> Query(const std::string& sql);
+  // Runs one statement with its parameters; returns the number of rows it inserted, updated or
+  // deleted. An engine error (or no open connection) is a halvard::Error with the engine's
+  // message and the statement text.
+  int Execute(const std::string& sql, const SqlValues& values = {});
+  std::vector<SqlRow> Query(const std::string& sql, const SqlValues& values = {});
 
  private:
+  struct Finalize {
+    void operator()(sqlite3_stmt* s) const;
+  };
+  using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+  sqlite3_stmt* Prepared(const std::string& sql);
+  void Bind(sqlite3_stmt* statement, const SqlValues& values, const std::string& sql);
   [[noreturn]] void Fail(const std::string& what, const std::string& sql) const;
 
   sqlite3* db_ = nullptr;
   std::filesystem::path path_;
+  std::map<std::string, Statement, std::less<>> statements_;
 };
 
 }  // namespace halvard::fundamentals

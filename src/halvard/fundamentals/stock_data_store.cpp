@@ -2,7 +2,6 @@
 
 #include "halvard/error.h"
 #include "halvard/fundamentals/quoted_text.h"
-#include "halvard/platform/number_text.h"
 
 namespace halvard::fundamentals {
 namespace {
@@ -14,14 +13,8 @@ constexpr const char* kCreateStocks =
     "Exchange TEXT, Industry TEXT, Name TEXT, EPS DOUBLE, YearEPSEstimate DOUBLE, "
     "NextYearEPSEstimate DOUBLE)";
 
-// Numbers go into the statements in their shortest general form, always with ".".
-std::string Num(double value) {
-  return platform::FormatGeneral(value);
-}
-
-std::string WhereSymbol(const std::string& symbol) {
-  return " WHERE Stocks.Symbol='" + symbol + "'";
-}
+// Every statement finds its row by symbol; the symbol is always the last value bound.
+constexpr const char* kWhereSymbol = " WHERE Symbol = ?";
 
 }  // namespace
 
@@ -43,6 +36,15 @@ void StockDataStore::Init(const std::filesystem::path& path) {
   }
 }
 
+void StockDataStore::InitReadOnly(const std::filesystem::path& path) {
+  std::error_code ignored;
+  if (!std::filesystem::exists(path, ignored)) return Init(path);
+  try {
+    db_.Open(path, false, true);
+  } catch (const Error&) {
+  }
+}
+
 void StockDataStore::Cleanup() {
   db_.Close();
 }
@@ -50,7 +52,7 @@ void StockDataStore::Cleanup() {
 void StockDataStore::GetStockData(const std::string& symbol, std::string& description,
                                   double& epsRank, double& rsRank, std::string& industry,
                                   std::string& exchange, std::string& name) {
-  const auto rows = db_.Query("Select * from Stocks where Symbol='" + symbol + "'");
+  const auto rows = db_.Query("Select * from Stocks where Symbol = ?", {symbol});
   if (rows.empty()) {
     description = "Not yet downloaded";
     exchange = "N/A";
@@ -59,61 +61,68 @@ void StockDataStore::GetStockData(const std::string& symbol, std::string& descri
   }
   for (const SqlField& field : rows.front()) {
     if (field.isNull()) continue;
+    // clang-format off
     if (field.name == "Description") description = field.asText();
     else if (field.name == "EPSRank") epsRank = field.asNumber();
     else if (field.name == "RSRank") rsRank = field.asNumber();
     else if (field.name == "Industry") industry = field.asText();
     else if (field.name == "Exchange") exchange = field.asText();
     else if (field.name == "Name") name = field.asText();
+    // clang-format on
   }
 }
 
 void StockDataStore::SetStockData(const std::string& symbol, const std::string& description,
                                   double rsRank, double epsRank, const std::string& industry,
-                                  const std::string& exchange, const std::string& name,
-                                  double eps, double yearEstimate, double nextYearEstimate) {
-  // SQLite refuses a table prefix on the columns of a SET clause; the rest is as always sent.
+                                  const std::string& exchange, const std::string& name, double eps,
+                                  double yearEstimate, double nextYearEstimate) {
+  // SQLite refuses a table prefix on the columns of a SET clause.
   const int updated = db_.Execute(
-      "UPDATE Stocks SET Description = '" + description + "', EPSRank = " + Num(epsRank) +
-      ", RSRank = " + Num(rsRank) + ", EPS = " + Num(eps) +
-      ", YearEPSEstimate = " + Num(yearEstimate) +
-      ", NextYearEPSEstimate = " + Num(nextYearEstimate) + ", Name = '" + name +
-      "', Exchange = '" + exchange + "', Industry = '" + industry + "'" + WhereSymbol(symbol));
+      std::string("UPDATE Stocks SET Description = ?, EPSRank = ?, RSRank = ?, EPS = ?, "
+                  "YearEPSEstimate = ?, NextYearEPSEstimate = ?, Name = ?, Exchange = ?, "
+                  "Industry = ?") +
+          kWhereSymbol,
+      {description, epsRank, rsRank, eps, yearEstimate, nextYearEstimate, name, exchange, industry,
+       symbol});
   // Anything but exactly one row updated means insert, even when two rows share the symbol.
   if (updated == 1) return;
   db_.Execute(
       "INSERT INTO Stocks ( Symbol, Description, EPSRank, RSRank, Exchange, Industry, Name, EPS, "
-      "YearEPSEstimate, NextYearEPSEstimate )"
-      "Values('" + symbol + "','" + description + "'," + Num(epsRank) + "," + Num(rsRank) +
-      ",'" + exchange + "','" + industry + "','" + name + "'," + Num(eps) + "," +
-      Num(yearEstimate) + "," + Num(nextYearEstimate) + ")");
+      "YearEPSEstimate, NextYearEPSEstimate ) Values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+      {symbol, description, epsRank, rsRank, exchange, industry, name, eps, yearEstimate,
+       nextYearEstimate});
+}
+
+void StockDataStore::SetColumn(const char* column, SqlValue value, const std::string& symbol) {
+  db_.Execute(std::string("UPDATE Stocks SET ") + column + " = ?" + kWhereSymbol,
+              {std::move(value), symbol});
 }
 
 void StockDataStore::SetSummary(const std::string& symbol, const std::string& description) {
-  db_.Execute("UPDATE Stocks SET Description = '" + description + "'" + WhereSymbol(symbol));
+  SetColumn("Description", description, symbol);
 }
 
 void StockDataStore::SetIndustry(const std::string& symbol, const std::string& industry) {
-  db_.Execute("UPDATE Stocks SET Industry = '" + industry + "'" + WhereSymbol(symbol));
+  SetColumn("Industry", industry, symbol);
 }
 
 void StockDataStore::SetExchange(const std::string& symbol, const std::string& exchange) {
   // The comma after SET has always made this statement fail; the exchange is written with the
   // whole row instead, and nothing calls this.
-  db_.Execute("UPDATE Stocks SET , Exchange = '" + exchange + "'" + WhereSymbol(symbol));
+  SetColumn(", Exchange", exchange, symbol);
 }
 
 void StockDataStore::SetEPSRank(const std::string& symbol, double rank) {
-  db_.Execute("UPDATE Stocks SET EPSRank = " + Num(rank) + WhereSymbol(symbol));
+  SetColumn("EPSRank", rank, symbol);
 }
 
 void StockDataStore::SetRSRank(const std::string& symbol, double rank) {
-  db_.Execute("UPDATE Stocks SET RSRank = " + Num(rank) + WhereSymbol(symbol));
+  SetColumn("RSRank", rank, symbol);
 }
 
 void StockDataStore::SetRSAvg(const std::string& symbol, double avg, double prevAvg) {
-  db_.Execute("UPDATE Stocks SET PrevAvgRS = " + Num(prevAvg) + WhereSymbol(symbol));
-  db_.Execute("UPDATE Stocks SET AvgRS = " + Num(avg) + WhereSymbol(symbol));
+  SetColumn("PrevAvgRS", prevAvg, symbol);
+  SetColumn("AvgRS", avg, symbol);
 }
 
 void StockDataStore::getDataForStock(const std::string& symbol) {
@@ -124,7 +133,7 @@ void StockDataStore::getDataForStock(const std::string& symbol) {
   double nextYearEstimate = 0;
   downloadExchange(symbol, name, eps, yearEstimate, nextYearEstimate, exchange);
   exchange = ReplaceAll(exchange, "\"", "");
-  name = DoubleSingleQuotes(ReplaceAll(ReplaceAll(name, "\"", ""), "&amp;", "&"));
+  name = ReplaceAll(ReplaceAll(name, "\"", ""), "&amp;", "&");
   std::string description;
   std::string industry;
   getSummaryInfo(symbol, description, industry);

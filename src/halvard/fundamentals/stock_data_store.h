@@ -1,9 +1,10 @@
 #pragma once
 // StockDataStore: the fundamental data of every stock, one row a symbol in the Stocks table of
 // stockdata.mdb (an SQLite file in the watch-list folder). Every operation is one or two SQL
-// statements built as text and handed to the engine; nothing is cached. Text values go into the
-// statements between single quotes exactly as given: callers double single quotes themselves.
-// An engine error is a halvard::Error carrying the engine's message and the statement.
+// statements with the symbol and the values bound as parameters, so any text (a name with an
+// apostrophe, a hostile answer) is stored exactly as given and never changes another row; no
+// data is cached. An engine error is a halvard::Error carrying the engine's message and the
+// statement.
 
 #include <cstdint>
 #include <filesystem>
@@ -32,6 +33,10 @@ class StockDataStore {
   // database that already has them the first ALTER fails and the second is not tried). A file
   // that does not exist yet is first created with an empty Stocks table.
   void Init(const std::filesystem::path& path);
+  // Opens an existing file for reading only, without adding columns, so that a folder the user
+  // may not write to can be browsed; a file that does not exist yet is created as by Init. A
+  // failure leaves the store closed, silently, as Init does.
+  void InitReadOnly(const std::filesystem::path& path);
   void Cleanup();
   bool isOpen() const { return db_.isOpen(); }
 
@@ -73,11 +78,11 @@ class StockDataStore {
   void downloadExchange(const std::string& symbol, std::string& name, double& eps,
                         double& yearEstimate, double& nextYearEstimate, std::string& exchange);
   // One profile-page request; any failure (a marker missing) ends it silently.
-  void getSummaryInfo(const std::string& symbol, std::string& description,
-                      std::string& industry);
+  void getSummaryInfo(const std::string& symbol, std::string& description, std::string& industry);
 
  private:
-  void AppendSymbols(const std::string& query, std::string& result);
+  void AppendSymbols(const std::string& query, int16_t percentage, std::string& result);
+  void SetColumn(const char* column, SqlValue value, const std::string& symbol);
 
   SqlDatabase db_;
   CompanyServices services_;

@@ -4,7 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cctype>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 
 #include "halvard/error.h"
@@ -50,16 +52,27 @@ bool WriteAll(int fd, std::string_view content) {
   return true;
 }
 
+std::string TooLarge(const fs::path& path) {
+  return path.string() + ": the file is larger than " + std::to_string(kMaxReadBytes >> 20) + " MB";
+}
+
+// Only a regular file is read: a FIFO would wait for a writer for ever, a device such as
+// /dev/zero never ends. The descriptor was opened without blocking, so neither hangs here.
 std::string ReadOpenFile(const fs::path& path, const Descriptor& fd) {
   struct stat st;
   if (::fstat(fd.get(), &st) != 0) throw Error(Describe(path, "cannot read", errno));
+  if (!S_ISREG(st.st_mode)) throw Error(path.string() + ": not a regular file");
+  if (st.st_size > kMaxReadBytes) throw Error(TooLarge(path));
   // One byte more than the file's size, so that the read which finds the end needs no growth;
-  // files that report no size (/proc) grow as they are read.
+  // a file that grows while it is read grows the text up to the limit.
   std::string content;
   content.resize(static_cast<size_t>(st.st_size) + 1);
   size_t filled = 0;
   for (;;) {
-    if (filled == content.size()) content.resize(content.size() * 2);
+    if (filled == content.size()) {
+      if (content.size() > static_cast<size_t>(kMaxReadBytes)) throw Error(TooLarge(path));
+      content.resize(content.size() * 2);
+    }
     const ssize_t n = ::read(fd.get(), content.data() + filled, content.size() - filled);
     if (n < 0) {
       if (errno == EINTR) continue;
@@ -70,6 +83,42 @@ std::string ReadOpenFile(const fs::path& path, const Descriptor& fd) {
   }
   content.resize(filled);
   return content;
+}
+
+int OpenForReading(const fs::path& path) {
+  return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+}
+
+// A temporary file of WriteFileAtomically: "." + the target's name + "." + six letters or
+// digits, the target being one of the kinds of file the program writes (so that no other
+// program's dot file is ever taken for one).
+bool IsOwnTemporaryName(std::string_view name) {
+  if (name.size() < 12 || name.front() != '.' || name[name.size() - 7] != '.') return false;
+  for (const char c : name.substr(name.size() - 6)) {
+    if (!std::isalnum(static_cast<unsigned char>(c))) return false;
+  }
+  const std::string_view target = name.substr(1, name.size() - 8);
+  for (const std::string_view kind : {".txt", ".inc", ".dat", ".ini", ".svg"}) {
+    if (target.size() > kind.size() && EqualsIgnoreCase(target.substr(target.size() - 4), kind)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// Temporary files an interrupted write (a kill, a power cut) left behind: removed once they are
+// an hour old, so that a write still under way in another process keeps its own.
+void RemoveStaleTemporaries(const fs::path& folder) {
+  const auto hourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
+  std::error_code ec;
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+    std::error_code ignored;
+    if (!IsOwnTemporaryName(it->path().filename().string()) || !it->is_regular_file(ignored) ||
+        it->last_write_time(ignored) > hourAgo || ignored) {
+      continue;
+    }
+    fs::remove(it->path(), ignored);
+  }
 }
 
 }  // namespace
@@ -102,14 +151,14 @@ bool FileExists(const fs::path& path) {
 }
 
 std::string ReadWholeFile(const fs::path& path) {
-  Descriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  Descriptor fd(OpenForReading(path));
   if (fd.get() < 0) throw Error(Describe(path, "cannot open", errno));
   return ReadOpenFile(path, fd);
 }
 
 std::optional<std::string> ReadFileIfExists(const fs::path& path) {
   // Opening first costs one system call for the usual case of a file that is there.
-  Descriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  Descriptor fd(OpenForReading(path));
   if (fd.get() >= 0) return ReadOpenFile(path, fd);
   if (errno != ENOENT) throw Error(Describe(path, "cannot open", errno));
   const auto resolved = ResolvePath(path);
@@ -119,6 +168,7 @@ std::optional<std::string> ReadFileIfExists(const fs::path& path) {
 
 void WriteFileAtomically(const fs::path& path, std::string_view content) {
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+  RemoveStaleTemporaries(folder);
   std::string name = ".";  // hidden, beside the file, so the rename stays on one file system
   name += path.filename().string();
   name += ".XXXXXX";

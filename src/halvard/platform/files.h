@@ -1,6 +1,7 @@
 #pragma once
 // File helpers: existence with a case-blind fallback, whole-file reads, atomic writes.
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -15,15 +16,22 @@ std::optional<std::filesystem::path> ResolvePath(const std::filesystem::path& pa
 // True when the path names any file or folder (through the case-blind fallback as well).
 bool FileExists(const std::filesystem::path& path);
 
-// The whole content of a file; throws halvard::Error naming the file when it cannot be read.
+// The most any file the program reads may hold: far beyond a price history, an index of 31,001
+// days or a watch list of every listed stock.
+inline constexpr int64_t kMaxReadBytes = int64_t{64} << 20;
+
+// The whole content of a file; throws halvard::Error naming the file when it cannot be read, is
+// not a regular file (a FIFO, a device, a folder) or holds more than kMaxReadBytes.
 std::string ReadWholeFile(const std::filesystem::path& path);
 
 // The same, through the case-blind fallback of ResolvePath; nothing when no such file exists.
 std::optional<std::string> ReadFileIfExists(const std::filesystem::path& path);
 
-// Writes the content to a temporary file in the same folder and renames it over the target,
-// so a failed write never leaves a truncated file where a good one stood. Throws
-// halvard::Error naming the file on failure.
+// Writes the content to a temporary file in the same folder (".NAME.XXXXXX") and renames it
+// over the target, so a failed write never leaves a truncated file where a good one stood; the
+// temporary file is removed on every failure. Temporary files of this form that an interrupted
+// write left in the folder are removed once they are an hour old. Throws halvard::Error naming
+// the file on failure.
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
 
 bool EqualsIgnoreCase(std::string_view a, std::string_view b);

@@ -17,6 +17,16 @@ std::string FormatGeneral(double value) {
   return text;
 }
 
+std::string FormatRoundTrip(double value) {
+  std::string text = FormatGeneral(value);
+  if (!std::isfinite(value) || ParseDouble(text) == value) return text;
+  char buffer[40];
+  const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
+  text.assign(buffer, ec == std::errc() ? end : buffer);
+  if (const size_t e = text.find('e'); e != std::string::npos) text[e] = 'E';
+  return text;
+}
+
 std::string_view TrimSpaces(std::string_view text) {
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
   while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);

@@ -24,7 +24,7 @@ template <class Scan>
 auto OverDatabase(Scan scan) {
   return [scan](Session& s, P&) {
     s.resultText.clear();
-    scan(s.stockDb(), s.config, s.resultText);
+    scan(s.stockDb(Session::Access::kRead), s.config, s.resultText);
   };
 }
 

@@ -106,10 +106,13 @@ void Session::SelectList(const std::string& name) {
   ShowView();
 }
 
-fundamentals::StockDataStore& Session::stockDb() {
-  if (!stockDb_) {
+fundamentals::StockDataStore& Session::stockDb(Access access) {
+  const bool write = access == Access::kWrite;
+  if (!stockDb_ || (write && !stockDbWritable_)) {
+    const auto path = std::filesystem::path(config.IncFilePath) / "stockdata.mdb";
     stockDb_ = std::make_unique<fundamentals::StockDataStore>();
-    stockDb_->Init(std::filesystem::path(config.IncFilePath) / "stockdata.mdb");
+    write ? stockDb_->Init(path) : stockDb_->InitReadOnly(path);
+    stockDbWritable_ = write;
   }
   return *stockDb_;
 }

@@ -87,7 +87,10 @@ class Session {
 
   // The stock database (stockdata.mdb in the watch-list folder) and the EPS lines (eps.dat in
   // the stock files folder), opened and read when first asked for, as the folders are then.
-  fundamentals::StockDataStore& stockDb();
+  // kRead opens an existing database for reading only, so that browsing works in a folder the
+  // user may not write to; kWrite (re)opens it for writing.
+  enum class Access { kRead, kWrite };
+  fundamentals::StockDataStore& stockDb(Access access = Access::kWrite);
   fundamentals::EPSStore& epsStore();
 
   // The days of the current view (5, 23, 69, 138 or 276).
@@ -108,6 +111,7 @@ class Session {
   platform::StringSink results_;  // result rows of single backtests, which nobody shows
   engine::BackTester tester_;
   std::unique_ptr<fundamentals::StockDataStore> stockDb_;
+  bool stockDbWritable_ = false;
   std::unique_ptr<fundamentals::EPSStore> epsStore_;
 };
 

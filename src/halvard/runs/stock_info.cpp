@@ -7,7 +7,7 @@ namespace halvard::runs {
 
 std::optional<StockInfo> ReadStockInfo(Session& s, const std::string& symbol) {
   data::RequireSymbolName(symbol);
-  fundamentals::StockDataStore& db = s.stockDb();
+  fundamentals::StockDataStore& db = s.stockDb(Session::Access::kRead);
   if (!db.isOpen()) return std::nullopt;
   StockInfo info;
   db.GetStockData(symbol, info.summary, info.epsRank, info.rsRank, info.industry, info.exchange,

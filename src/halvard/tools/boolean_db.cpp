@@ -5,17 +5,18 @@
 #include "halvard/error.h"
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/tools/set_ops.h"
 
 namespace halvard::tools {
 
-void BooleanDB::ReadFile(const std::filesystem::path& path) {
+void BooleanDB::ReadFile(const std::filesystem::path& path, bool createIfMissing) {
   path_ = path;
   records_.clear();
   position_ = 0;
   const auto text = platform::ReadFileIfExists(path);
   if (!text) {
-    platform::WriteFileAtomically(path, "");
+    if (createIfMissing) platform::WriteFileAtomically(path, "");
     return;
   }
   platform::LineReader reader(*text);
@@ -40,7 +41,8 @@ void BooleanDB::AddRecord(const std::string& first, const std::string& second,
                           const std::string& operation, const std::string& result) {
   for (const std::string* name : {&first, &second, &operation, &result}) {
     if (name->find(':') != std::string::npos) {
-      throw UsageError("\"" + *name + "\" holds a \":\", which separates the fields of " +
+      throw UsageError(platform::QuoteForMessage(*name) +
+                       " holds a \":\", which separates the fields of " +
                        std::string(kBooleanDBFileName) + "; choose a name without it");
     }
   }
@@ -52,9 +54,9 @@ bool BooleanDB::getCurrent(std::string& first, std::string& second, std::string&
   if (!OnView()) return false;
   std::array<std::string_view, 4> fields;
   if (platform::SplitFields(records_[position_], fields, ':') < 4) {
-    throw Error(path_.string() + " line " + std::to_string(position_ + 1) + ": \"" +
-                records_[position_] +
-                "\" is not first:operation:second:result (fewer than four fields)");
+    throw Error(path_.string() + " line " + std::to_string(position_ + 1) + ": " +
+                platform::QuoteForMessage(records_[position_]) +
+                " is not first:operation:second:result (fewer than four fields)");
   }
   first = fields[0];
   operation = fields[1];

@@ -20,8 +20,9 @@ struct SetOpRecord {
 class BooleanDB {
  public:
   // Remembers the path and reads every line as a record; position 0. A missing file is
-  // created empty.
-  void ReadFile(const std::filesystem::path& path);
+  // created empty, unless createIfMissing is false (a command that only looks, which must work
+  // in a folder the user may not write to): then there are no records.
+  void ReadFile(const std::filesystem::path& path, bool createIfMissing = true);
   // Rewrites the remembered file (atomically), one record a line, CR LF.
   void WriteFile() const;
 
