@@ -7,6 +7,7 @@
 #include "halvard/data/file_parser.h"
 #include "halvard/error.h"
 #include "halvard/platform/date_text.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
 
 namespace halvard::cli {
@@ -40,7 +41,13 @@ void PrintJson(const StockView& v) {
   for (int k = 0; k < v.corvaneCount; ++k) {
     out["corvanes"].push_back({v.corvaneTopDay[k], v.corvaneLowDay[k], v.corvaneBreakDay[k]});
   }
-  std::cout << out.dump() << "\n";
+  try {
+    std::cout << out.dump() << "\n";
+  } catch (const nlohmann::json::type_error&) {
+    // JSON is UTF-8 text: a symbol taken from a file name in another encoding cannot be written.
+    throw Error("the symbol " + platform::QuoteForMessage(v.stockSymbol) +
+                " is not UTF-8 text, which JSON output needs");
+  }
 }
 
 void PrintText(const StockView& v, int view) {

@@ -288,6 +288,8 @@ run "${fund[@]}" rank rs
 run "${fund[@]}" rank eps
 run "${fund[@]}" info AMD
 check "info after download and ranks" $'Acme & Sons\nExchange : NYSE\nIndustry : Tools\nBusiness Summary : Makes things.\nEPS Rank : 100\nRS Rank : 33' "$out"
+run "${fund[@]}" info "nosuch' OR '1'='1"
+check "info of a quoted name finds no other stock" $'Company\nExchange : N/A\nIndustry : N/A\nBusiness Summary : Not yet downloaded\nEPS Rank : 0\nRS Rank : 0' "$out"
 run "${fund[@]}" scan rs-rank --save
 check "rank scan" $'^IXIC' "$out"
 check "rank scan saved under its name" $'^IXIC\r\n\r' "$(cat "$scratch/fund/lists/TopRSRank.inc")"
@@ -390,6 +392,30 @@ if [ -w /dev/full ]; then
   "$halvard" --help >/dev/full 2>/dev/null
   check "help that cannot be written is an error" "1" "$?"
 fi
+
+# Hostile input: values that would not read back, special files, bytes a terminal or JSON
+# cannot take.
+hostile=(--config "$scratch/hostile.ini" --stock-dir "$scratch/hostile" --list-dir "$scratch/lists")
+mkdir -p "$scratch/hostile"
+cp "$samples/data/^IXIC.txt" "$scratch/hostile/"
+run "${hostile[@]}" config set Batch "Stop Loss Limit" 1.7976931348623157e308
+run "${hostile[@]}" config get Batch "Stop Loss Limit"
+check "the largest double reads back" "1.7976931348623157E+308" "$out"
+run "${hostile[@]}" config set Batch "Stop Loss Limit" inf
+check "config set refuses inf" "2 halvard: usage error: setting [Batch] Stop Loss Limit = \"inf\" is not a finite number" "$rc $err"
+run "${hostile[@]}" --set "Services/Timeout=0.0001" config show
+check "a time-out below a second is refused" 2 "$rc"
+mkfifo "$scratch/hostile/FIFO.txt"
+run "${hostile[@]}" boxes FIFO
+check "a FIFO as a price file" "1 halvard: error: $scratch/hostile/FIFO.txt: not a regular file" "$rc $err"
+printf 'Date,Open,High,Low,Close,Volume\r\n2017-01-02,1,2,0.5,1,1\x002\r\n' >"$scratch/hostile/NUL.txt"
+run "${hostile[@]}" boxes NUL
+check "a NUL byte is shown escaped" \
+  "1 halvard: error: $scratch/hostile/NUL.txt line 2: the volume \"1\\x002\" is not a number" "$rc $err"
+cp "$data/prices/BOX.txt" "$scratch/hostile/"$'\xff'".txt"
+run "${hostile[@]}" boxes $'\xff' --json
+check "JSON of a symbol that is not UTF-8" \
+  "1 halvard: error: the symbol \""$'\xff'"\" is not UTF-8 text, which JSON output needs" "$rc $err"
 
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

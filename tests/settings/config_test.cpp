@@ -35,7 +35,7 @@ TEST(Config, WriteConfigStoresEverySettingInTableOrderAndReadsItBack) {
             "Lists=sample.inc,tech.inc\r\n\r\n"
             "[View]\r\nShowRS=False\r\nCurrent=4\r\nHeight=-3\r\nWidth=12255\r\n\r\n"
             "[Batch]\r\nRS Days=10\r\nRS Check=True\r\nUse Unusual Volume=True\r\nBuyMode=2\r\n"
-            "Unusual Volume Percentage=0.123456789012345\r\nStop Loss Limit=0.3\r\n\r\n"
+            "Unusual Volume Percentage=0.123456789012345\r\nStop Loss Limit=0.30000000000000004\r\n\r\n"
             "[Scans]\r\n52 Week Period=12\r\nX Week Period=12\r\nX Week Quantity=4\r\n"
             "Box scan Period=12\r\nEnable Graph Update=False\r\nRank Scan Percentage=15\r\n"
             "RS Rank Scan Percentage=20\r\n");
@@ -74,7 +74,14 @@ TEST(Config, ATextThatDoesNotConvertNamesSectionValueAndText) {
     const char* file;
     const char* expected;
   } cases[] = {
-      {"[Batch]\nStop Loss Limit=1/8\n", "[Batch] Stop Loss Limit = \"1/8\" is not a number"},
+      {"[Batch]\nStop Loss Limit=1/8\n",
+       "[Batch] Stop Loss Limit = \"1/8\" is not a finite number"},
+      {"[Batch]\nStop Loss Limit=inf\n",
+       "[Batch] Stop Loss Limit = \"inf\" is not a finite number"},
+      {"[Batch]\nUnusual Volume Percentage=nan\n",
+       "[Batch] Unusual Volume Percentage = \"nan\" is not a finite number"},
+      {"[Batch]\nStop Loss Limit=1.79769313486232E+308\n",
+       "[Batch] Stop Loss Limit = \"1.79769313486232E+308\" is not a finite number"},
       {"[View]\nCurrent=40000\n", "[View] Current = \"40000\" is not a whole number"},
       {"[View]\nShowRS=yes\n", "[View] ShowRS = \"yes\" is not True, False or a number"},
       {"[Download]\nDate=someday\n", "[Download] Date = \"someday\" is not a date"},
@@ -150,6 +157,54 @@ TEST(Config, SettingsByNameForTheCommandLine) {
   EXPECT_THROW(GetSettingText(c, "Paths", "Nowhere"), UsageError);
   EXPECT_THROW(SetSettingFromText(c, "View", "Current", "four"), UsageError);
   EXPECT_EQ(c.currentView, 4);  // a refused text changes nothing
+}
+
+// A stored value that does not read back would stop every later run, the repair included.
+TEST(Config, SetStoresOnlyWhatReadsBackExactly) {
+  TempDir dir;
+  const MRegistry store(dir / "s.ini");
+  Config c;
+  EXPECT_EQ(SetSettingFromText(c, "Batch", "Stop Loss Limit", "1.7976931348623157e308").text,
+            "1.7976931348623157E+308");
+  EXPECT_EQ(SetSettingFromText(c, "Batch", "Unusual Volume Percentage", "0.1").text, "0.1");
+  c.WriteConfig(store);
+  Config back;
+  back.ReadConfig(MRegistry(dir / "s.ini"));
+  EXPECT_EQ(back.stopLossLimit, 1.7976931348623157e308);
+
+  for (const char* text : {"inf", "-inf", "nan", "1e400"}) {
+    EXPECT_THROW(SetSettingFromText(c, "Batch", "Stop Loss Limit", text), UsageError) << text;
+  }
+  const std::string broken = test::ErrorText(
+      [&] { SetSettingFromText(c, "Paths", "Stock File Path", "/data\n[View]\nCurrent=9"); });
+  EXPECT_EQ(broken,
+            "setting [Paths] Stock File Path = \"/data\\n[View]\\nCurrent=9\" would not read back "
+            "from the settings file as it was given");
+  EXPECT_THROW(SetSettingFromText(c, "Paths", "Inc File Path", "dword:0000000a"), UsageError);
+  EXPECT_THROW(SetSettingFromText(c, "Paths", "Inc File Path", " /lists"), UsageError);
+  EXPECT_EQ(c.stopLossLimit, 1.7976931348623157e308);  // nothing refused was kept
+}
+
+// Each command reads some thirty values: the file is read and parsed once for all of them.
+TEST(Config, TheFileIsReadOnceAndItsCopiesShareWhatWasRead) {
+  TempDir dir;
+  WriteText(dir / "s.ini", "[Batch]\nBuyMode=2\n");
+  const MRegistry store(dir / "s.ini");
+  const MRegistry copy = store;
+  Config c;
+  c.ReadConfig(store);
+  std::filesystem::remove(dir / "s.ini");
+  c.buyMode = 1;
+  c.ReadConfig(copy);
+  EXPECT_EQ(c.buyMode, 2);
+  // A write reads the file again and is seen by every later read.
+  WriteText(dir / "s.ini", "; kept\n[Batch]\nBuyMode=3\n");
+  store.SaveString(kAppName, "View", "Current", "2");
+  c.ReadConfig(copy);
+  EXPECT_EQ(c.buyMode, 3);
+  EXPECT_EQ(c.currentView, 2);
+  EXPECT_EQ(ReadText(dir / "s.ini"),
+            "; kept\r\n[Batch]\r\nBuyMode=3\r\n\r\n[View]\r\nCurrent=2\r\n");
 }
 
 }  // namespace

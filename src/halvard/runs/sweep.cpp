@@ -4,6 +4,7 @@
 #include <string>
 
 #include "halvard/error.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
 
 namespace halvard::runs {
@@ -19,18 +20,18 @@ std::vector<double> Parts(std::string_view answer, const char* what) {
     const size_t comma = answer.find(',', start);
     const std::string_view part = answer.substr(start, comma - start);
     const auto value = platform::ParseDouble(part);
-    if (!value) {
-      throw UsageError(std::string(what) + " \"" + std::string(answer) +
-                       "\": expected start,stop,step, and \"" + std::string(part) +
-                       "\" is not a number");
+    if (!value || !std::isfinite(*value)) {
+      throw UsageError(std::string(what) + " " + platform::QuoteForMessage(answer) +
+                       ": expected start,stop,step, and " + platform::QuoteForMessage(part) +
+                       (value ? " is not a finite number" : " is not a number"));
     }
     parts.push_back(*value);
     if (comma == std::string_view::npos) break;
     start = comma + 1;
   }
   if (parts.size() < 3) {
-    throw UsageError(std::string(what) + " \"" + std::string(answer) +
-                     "\": expected three numbers, start,stop,step");
+    throw UsageError(std::string(what) + " " + platform::QuoteForMessage(answer) +
+                     ": expected three numbers, start,stop,step");
   }
   return parts;
 }

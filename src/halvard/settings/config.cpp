@@ -6,6 +6,7 @@
 #include "halvard/platform/app_paths.h"
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/files.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
 
 namespace halvard::settings {
@@ -25,7 +26,7 @@ std::string ToText(int16_t v) {
   return std::to_string(v);
 }
 std::string ToText(double v) {
-  return platform::FormatGeneral(v);
+  return platform::FormatRoundTrip(v);
 }
 std::string ToText(DateValue v) {
   return platform::FormatDateTime(v.serial);
@@ -41,7 +42,7 @@ const char* Expected(int16_t) {
   return "a whole number from -32768 to 32767";
 }
 const char* Expected(double) {
-  return "a number";
+  return "a finite number";
 }
 const char* Expected(DateValue) {
   return "a date or a time of day";
@@ -76,8 +77,9 @@ bool FromText(std::string_view text, int16_t& out) {
 }
 
 bool FromText(std::string_view text, double& out) {
+  // "inf" and "nan" would reach the sweeps and the engine's comparisons as if they were numbers.
   const auto number = platform::ParseDouble(text);
-  if (!number) return false;
+  if (!number || !std::isfinite(*number)) return false;
   out = *number;
   return true;
 }
@@ -119,8 +121,18 @@ void VisitSettings(C& c, Visitor&& visit) {
 
 std::string Describe(std::string_view section, std::string_view name, std::string_view text) {
   std::string out = "[";
-  out.append(section).append("] ").append(name).append(" = \"").append(text) += '"';
+  out.append(section).append("] ").append(name).append(" = ").append(platform::QuoteForMessage(text));
   return out;
+}
+
+// Whether the text, stored and read again, gives the same value: a text with a line break
+// or spaces around it would not survive the file, a date with a fraction of a second would not
+// survive its own form.
+template <class Field>
+bool ReadsBack(const Field& value) {
+  const std::string text = ToText(value);
+  Field back{};
+  return StoredTextReadsBack(text) && FromText(text, back) && back == value;
 }
 
 template <class Field>
@@ -163,18 +175,19 @@ std::string DefaultIncFilePath() {
 void Config::ReadConfig(const MRegistry& store) {
   kept.clear();
   std::string problems;
-  VisitSettings(
-      *this, [&](const char* section, const char* name, const std::string& def, auto& field) {
-        const std::string text = store.GetString(kAppName, section, name, def);
-        try {
-          Convert(section, name, text, field, "");
-        } catch (const Error& e) {
-          Convert(section, name, def, field, "");
-          kept.push_back({section, name, text, ToText(field)});
-          problems += std::string(problems.empty() ? "" : "; ") + e.what() + " (the default " +
-                      ToText(field) + " is used, and \"" + text + "\" stays in the file)";
-        }
-      });
+  VisitSettings(*this,
+                [&](const char* section, const char* name, const std::string& def, auto& field) {
+                  const std::string text = store.GetString(kAppName, section, name, def);
+                  try {
+                    Convert(section, name, text, field, "");
+                  } catch (const Error& e) {
+                    Convert(section, name, def, field, "");
+                    kept.push_back({section, name, text, ToText(field)});
+                    problems += std::string(problems.empty() ? "" : "; ") + e.what() +
+                                " (the default " + ToText(field) + " is used, and " +
+                                platform::QuoteForMessage(text) + " stays in the file)";
+                  }
+                });
   if (!problems.empty()) throw Error(store.file().string() + ": " + problems);
 }
 
@@ -212,11 +225,18 @@ SettingText SetSettingFromText(Config& config, std::string_view section, std::st
   std::optional<SettingText> found;
   VisitSettings(config, [&](const char* s, const char* n, const std::string&, auto& field) {
     if (found || !EqualsIgnoreCase(s, section) || !EqualsIgnoreCase(n, name)) return;
+    auto value = field;
     try {
-      Convert(s, n, text, field, "");
+      Convert(s, n, text, value, "");
     } catch (const Error& e) {
       throw UsageError(e.what());
     }
+    // A value that would not read back would make every later run, and the repair, fail.
+    if (!ReadsBack(value)) {
+      throw UsageError("setting " + Describe(s, n, text) + " would not read back from the " +
+                       "settings file as it was given");
+    }
+    field = value;
     found = SettingText{s, n, ToText(field)};
   });
   if (!found) throw UnknownSetting(section, name);

@@ -15,19 +15,21 @@ namespace fs = std::filesystem;
 using platform::EqualsIgnoreCase;
 using platform::TrimSpaces;
 
-namespace {
-
-// One line of the file as read, with what it means.
-struct Line {
-  std::string text;
-  enum class Kind { kOther, kSection, kValue } kind = Kind::kOther;
-  std::string name;  // section or value name
-  std::string value;
-};
-
-struct Document {
+// The file as read: every line, with what it means.
+struct MRegistry::Document {
+  struct Line {
+    std::string text;
+    enum class Kind { kOther, kSection, kValue } kind = Kind::kOther;
+    std::string name;  // section or value name
+    std::string value;
+  };
   std::vector<Line> lines;
 };
+
+namespace {
+
+using Document = MRegistry::Document;
+using Line = Document::Line;
 
 void CheckNames(std::string_view appName, std::string_view section, std::string_view key) {
   if (appName.empty()) throw RegistryError(kErrorEmptyName, "AppName may not be empty");
@@ -146,7 +148,13 @@ void Set(Document& doc, const StoredValue& v) {
 
 }  // namespace
 
-MRegistry::MRegistry(fs::path file) : file_(std::move(file)) {}
+bool StoredTextReadsBack(std::string_view value) {
+  return value.find_first_of("\r\n") == std::string_view::npos && TrimSpaces(value) == value &&
+         !IsTypedValue(value);
+}
+
+MRegistry::MRegistry(fs::path file)
+    : file_(std::move(file)), read_(std::make_shared<std::shared_ptr<const Document>>()) {}
 
 void MRegistry::SaveString(std::string_view appName, std::string_view section, std::string_view key,
                            std::string_view value) const {
@@ -174,12 +182,17 @@ void MRegistry::SaveStrings(std::string_view appName,
   } catch (const Error& e) {
     throw RegistryError(kErrorCannotSet, std::string("Could not set key value: ") + e.what());
   }
+  *read_ = std::make_shared<const Document>(std::move(doc));
 }
 
 std::string MRegistry::GetString(std::string_view appName, std::string_view section,
                                  std::string_view key, std::string_view defaultValue) const {
   CheckNames(appName, section, key);
-  const Document doc = Load(file_, kErrorCannotOpen, "Could not open registry section");
+  if (!*read_) {
+    *read_ = std::make_shared<const Document>(
+        Load(file_, kErrorCannotOpen, "Could not open registry section"));
+  }
+  const Document& doc = **read_;
   const auto header = FindSection(doc, section);
   if (!header) return std::string(defaultValue);
   const auto at = FindValue(doc, *header, key);

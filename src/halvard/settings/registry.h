@@ -3,8 +3,12 @@
 // section and value name. The store is one INI file ("[Section]" lines, "Value Name=text"
 // lines); section and value names match without regard to case, blank lines and lines starting
 // with ";" or "#" are ignored, and every other line of the file survives a write unchanged.
+// The file is read once, at the first value asked for; later reads use what was read, together
+// with what this store (or a copy of it) wrote since. A write reads the file afresh, so lines
+// another program added in the meantime survive it.
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +44,10 @@ struct StoredValue {
   std::string value;
 };
 
+// Whether a value text survives a write and a read of the file unchanged: no line break, no
+// blanks around it, not in the form of a typed registry value.
+bool StoredTextReadsBack(std::string_view value);
+
 class MRegistry {
  public:
   explicit MRegistry(std::filesystem::path file);
@@ -56,8 +64,12 @@ class MRegistry {
   std::string GetString(std::string_view appName, std::string_view section, std::string_view key,
                         std::string_view defaultValue) const;
 
+  struct Document;  // the parsed file
+
  private:
   std::filesystem::path file_;
+  // Shared by the copies of one store: one read per run, whichever copy asks first.
+  std::shared_ptr<std::shared_ptr<const Document>> read_;
 };
 
 }  // namespace halvard::settings

@@ -1,9 +1,11 @@
 #include "halvard/settings/services.h"
 
 #include <array>
+#include <cmath>
 #include <string>
 
 #include "halvard/platform/files.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
 
 namespace halvard::settings {
@@ -19,16 +21,33 @@ std::string FromText(std::string_view text, std::string& out) {
   return "";
 }
 
+// A request needs at least a second (a shorter time-out rounds to none at all) and gives up
+// within the hour; a pause between requests is at most an hour too.
+constexpr double kMinTimeoutSeconds = 1;
+constexpr double kMaxTimeoutSeconds = 3600;
+constexpr int64_t kMaxPauseMilliseconds = 3600000;
+
 std::string FromText(std::string_view text, double& out) {
   const auto number = platform::ParseDouble(text);
-  if (!number || !(*number > 0)) return "a number of seconds above 0";
+  if (!number || !(*number > 0) || !std::isfinite(*number)) return "a number of seconds above 0";
+  out = *number;
+  return "";
+}
+
+std::string TimeoutFromText(std::string_view text, double& out) {
+  const auto number = platform::ParseDouble(text);
+  if (!number || !(*number >= kMinTimeoutSeconds && *number <= kMaxTimeoutSeconds)) {
+    return "a number of seconds from 1 to 3600";
+  }
   out = *number;
   return "";
 }
 
 std::string FromText(std::string_view text, int& out) {
   const auto number = platform::ParseWholeNumber(text);
-  if (!number || *number < 0 || *number > 3600000) return "a whole number of milliseconds";
+  if (!number || *number < 0 || *number > kMaxPauseMilliseconds) {
+    return "a whole number of milliseconds from 0 to 3600000";
+  }
   out = static_cast<int>(*number);
   return "";
 }
@@ -68,7 +87,7 @@ void VisitServices(ServiceSettings& s, Visitor&& visit) {
   visit("Chart Host", into(s.chartHost));
   visit("Stooq Host", into(s.stooqHost));
   visit("Tiingo Host", into(s.tiingoHost));
-  visit("Timeout", into(s.timeoutSeconds));
+  visit("Timeout", [&s](std::string_view text) { return TimeoutFromText(text, s.timeoutSeconds); });
   visit("Pause", into(s.pauseMilliseconds));
   visit("Retries", WholeInto(s.retries, 0, 10, "a whole number"));
   visit("Retry Wait", into(s.retryWaitSeconds));
@@ -82,8 +101,8 @@ void VisitServices(ServiceSettings& s, Visitor&& visit) {
 }
 
 std::string Refusal(std::string_view name, std::string_view text, const std::string& expected) {
-  return "setting [Services] " + std::string(name) + " = \"" + std::string(text) + "\" is not " +
-         expected;
+  return "setting [Services] " + std::string(name) + " = " + platform::QuoteForMessage(text) +
+         " is not " + expected;
 }
 
 }  // namespace

@@ -6,8 +6,9 @@
 //   Provider      table, chart (the default), stooq or tiingo
 //   Table Host, Chart Host, Stooq Host, Tiingo Host
 //                 a base URL per provider; "http://" is assumed when no scheme is given
-//   Timeout       seconds a request may take (default 60)
-//   Pause         milliseconds between two requests of the keyed and keyless services (500)
+//   Timeout       seconds a request may take, from 1 to 3600 (default 60)
+//   Pause         milliseconds between two requests of the keyed and keyless services, from 0
+//                 to 3600000 (500)
 //   Retries       how many more times a request is tried after a 429 or 503 answer, a time-out
 //                 or a dropped connection (3; 0 never retries)
 //   Retry Wait    seconds before the first retry, doubled before each later one, with jitter (2)
