@@ -3,7 +3,7 @@ BUILD ?= build
 JOBS ?= 2
 CMAKE_FLAGS ?=
 
-.PHONY: all deps build programs test run bench asan package clang clean
+.PHONY: all deps build programs test run bench asan fuzz package clang clean
 
 all: build
 
@@ -64,6 +64,17 @@ clang:
 	cmake --build build-clang -j $(JOBS)
 	ctest --test-dir build-clang --output-on-failure -j $(JOBS)
 
+# Every parser under libFuzzer (ASan + UBSan) for FUZZ_SECONDS each, from its saved corpus in
+# tests/fuzz/corpus; new inputs gather in build-fuzz/corpus, findings in build-fuzz/findings.
+# Needs Clang; without it this says so and does nothing.
+FUZZ_SECONDS ?= 5
+fuzz: deps
+	@if ! command -v clang++ >/dev/null; then echo "make fuzz: clang++ is not installed; skipped"; exit 0; fi; \
+	CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DHALVARD_FUZZ=ON -DHALVARD_TESTS=OFF -DHALVARD_BENCH=OFF -DHALVARD_GUI=OFF && \
+	cmake --build build-fuzz -j $(JOBS) --target halvard-fuzzers && \
+	scripts/run-fuzz.sh build-fuzz $(FUZZ_SECONDS)
+
 # The Debian packages (halvard600_VERSION_ARCH.deb and halvard600-gui_VERSION_ARCH.deb in this
 # folder): the -O2 build, hardened, stripped, installed under /usr, without tests or benchmarks;
 # their contents and lintian's verdict are checked before they are handed over.
@@ -78,4 +89,4 @@ package: deps
 	scripts/check-package.sh halvard600_*.deb halvard600-gui_*.deb
 
 clean:
-	rm -rf build build-asan build-package build-clang
+	rm -rf build build-asan build-fuzz build-package build-clang

@@ -3,8 +3,8 @@
 # of them are present it returns at once without touching apt.
 #   scripts/install-deps.sh             what make build, make test and make run need
 #   scripts/install-deps.sh --package   also what make package and CI add: the manual pages'
-#                                       generator, lintian, a second compiler, and zsh to test
-#                                       its completion
+#                                       generator, lintian, a second compiler with libFuzzer
+#                                       (make clang, make fuzz), and zsh to test its completion
 set -euo pipefail
 
 packages=(
@@ -16,7 +16,7 @@ packages=(
   qt6-base-dev libqt6gui6 fonts-dejavu-core
 )
 if [ "${1:-}" = "--package" ]; then
-  packages+=(help2man lintian clang zsh)
+  packages+=(help2man lintian clang libclang-rt-14-dev zsh)
 fi
 
 missing=()
