@@ -30,22 +30,33 @@ std::string Quoted(std::string_view text) {
 constexpr int64_t kMaxVolume = 1'000'000'000'000'000;
 
 // A price is a finite number of dollars, never below zero: "nan", "inf" and "-3" would reach
-// the engine's divisions and conversions.
+// the engine's divisions and conversions. The message is built only on failure: every field of
+// every day passes through here.
 double Price(std::string_view field, int which, const std::string& path, size_t line) {
   const auto value = platform::ParseDouble(field);
-  const std::string what = std::string("the ") + kFieldNames[which] + " " + Quoted(field);
-  if (!value) Fail(path, line, what + " is not a number");
-  if (!std::isfinite(*value)) Fail(path, line, what + " is not a finite number");
-  if (*value < 0) Fail(path, line, what + " is below zero");
+  const char* problem = !value                   ? " is not a number"
+                        : !std::isfinite(*value) ? " is not a finite number"
+                        : *value < 0             ? " is below zero"
+                                                 : nullptr;
+  if (problem) {
+    std::string what = "the ";
+    what.append(kFieldNames[which]).append(" ").append(Quoted(field)).append(problem);
+    Fail(path, line, what);
+  }
   return *value;
 }
 
 int64_t Volume(std::string_view field, const std::string& path, size_t line) {
   const auto value = platform::ParseWholeNumber(field);
-  const std::string what = "the volume " + Quoted(field);
-  if (!value) Fail(path, line, what + " is not a number");
-  if (*value < 0) Fail(path, line, what + " is below zero");
-  if (*value > kMaxVolume) Fail(path, line, what + " is beyond 10^15 shares");
+  const char* problem = !value                ? " is not a number"
+                        : *value < 0          ? " is below zero"
+                        : *value > kMaxVolume ? " is beyond 10^15 shares"
+                                              : nullptr;
+  if (problem) {
+    std::string what = "the volume ";
+    what.append(Quoted(field)).append(problem);
+    Fail(path, line, what);
+  }
   return *value;
 }
 
