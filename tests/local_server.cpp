@@ -13,8 +13,9 @@ namespace halvard::test {
 
 LocalServer::LocalServer() {
   server_.Get(".*", [this](const httplib::Request& request, httplib::Response& response) {
-    std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     targets_.push_back(request.target);
+    released_.wait(lock, [this] { return !held_; });
     auto it = replies_.find(request.path);
     if (it == replies_.end() || it->second.empty()) {
       response.status = 404;
@@ -35,6 +36,7 @@ LocalServer::LocalServer() {
 }
 
 LocalServer::~LocalServer() {
+  Release();
   server_.stop();
   thread_.join();
 }
@@ -42,6 +44,19 @@ LocalServer::~LocalServer() {
 void LocalServer::Answer(const std::string& path, std::vector<Reply> replies) {
   std::lock_guard lock(mutex_);
   replies_[path] = std::move(replies);
+}
+
+void LocalServer::Hold() {
+  std::lock_guard lock(mutex_);
+  held_ = true;
+}
+
+void LocalServer::Release() {
+  {
+    std::lock_guard lock(mutex_);
+    held_ = false;
+  }
+  released_.notify_all();
 }
 
 std::vector<std::string> LocalServer::targets() const {

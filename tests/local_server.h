@@ -5,6 +5,7 @@
 
 #include <httplib.h>
 
+#include <condition_variable>
 #include <map>
 #include <mutex>
 #include <string>
@@ -36,6 +37,10 @@ class LocalServer {
   LocalServer& operator=(const LocalServer&) = delete;
 
   void Answer(const std::string& path, std::vector<Reply> replies);
+  // While held, every request waits (its target already recorded) until Release: a slow
+  // answer, for as long as a test needs.
+  void Hold();
+  void Release();
   std::string base() const { return "http://127.0.0.1:" + std::to_string(port_); }
   // The request targets (path and query) in the order they came.
   std::vector<std::string> targets() const;
@@ -45,6 +50,8 @@ class LocalServer {
   int port_ = 0;
   std::thread thread_;
   mutable std::mutex mutex_;
+  std::condition_variable released_;
+  bool held_ = false;
   std::map<std::string, std::vector<Reply>> replies_;
   std::vector<std::string> targets_;
 };

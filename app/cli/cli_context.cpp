@@ -79,9 +79,15 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
     const std::string notice = settings::PrepareFolders(session->config, SamplesFolder());
     if (!notice.empty()) std::cerr << "halvard: first run: " << notice;
   }
-  if (mode == StartMode::kFull) {
-    if (!session->StartUp())
-      std::cerr << "halvard: warning: " << data::kIndexMissingMessage << "\n";
+  if (mode == StartMode::kFull || mode == StartMode::kIndexMayFail) {
+    try {
+      if (!session->StartUp()) {
+        std::cerr << "halvard: warning: " << data::kIndexMissingMessage << "\n";
+      }
+    } catch (const data::PriceFileError& e) {
+      if (mode != StartMode::kIndexMayFail) throw;
+      std::cerr << "halvard: warning: " << e.what() << "\n";
+    }
   }
   for (const std::string& s : options.sets) ApplySet(session->config, s);
   return session;

@@ -23,6 +23,8 @@ enum class StartMode {
   kSettingsOnly,  // the config commands: the store as it is, nothing forced or loaded
   kFoldersOnly,   // the check command: folders checked, no file loaded (a bad one is its finding)
   kFull,          // every other command: folders checked, start-up values forced, index loaded
+  kIndexMayFail,  // the downloads: as kFull, but an index file that does not load is a warning,
+                  // so a broken ^IXIC.txt can be downloaded again to mend it
 };
 
 // Reads the settings, applies --stock-dir/--list-dir, starts up (kFull), then applies --set.

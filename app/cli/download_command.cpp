@@ -8,12 +8,9 @@
 #include "halvard/data/download_schedule.h"
 #include "halvard/platform/clock.h"
 #include "halvard/platform/date_text.h"
-#include "terminal_progress.h"
 
 namespace halvard::cli {
 namespace {
-
-using platform::EventType;
 
 struct DownloadArgs {
   std::vector<std::string> symbols;
@@ -30,37 +27,20 @@ double DateOption(const std::string& text, const char* option, double otherwise)
   return *date;
 }
 
-// Returns true when every symbol was downloaded (or skipped).
-bool DownloadSymbols(DownloadContext& c, const DownloadArgs& args, double from, double to) {
-  TerminalProgress progress;
-  bool all = true;
-  const int total = static_cast<int>(args.symbols.size());
-  for (int i = 0; i < total && !progress.Cancelled(); ++i) {
-    progress.Step(i, total, args.symbols[i]);
-    all &= c.downloader.DownloadSymbol(args.symbols[i], from, to, args.skipExisting);
-  }
-  if (progress.Cancelled()) throw Interrupted{kDownloadsKept};
-  return all;
-}
-
 // The download button for each list in turn: the log entries, the list, the answer.
-bool DownloadLists(DownloadContext& c, const DownloadArgs& args, double from, double to) {
-  const auto paths = ExistingLists(c.session->config, args.lists);
+bool DownloadLists(DownloadContext& c, const std::vector<std::string>& lists,
+                   const runs::DownloadRequest& request) {
+  const auto paths = ExistingLists(c.session->config, lists);
   bool all = true;
   for (size_t i = 0; i < paths.size(); ++i) {
-    const std::string& name = args.lists[i];
-    c.log.Write(EventType::kInformation, "Downloading WatchList : " + name);
-    TerminalProgress progress;
-    const bool done = c.downloader.DownloadList(paths[i], from, to, args.skipExisting, progress);
-    if (progress.Cancelled()) throw Interrupted{kDownloadsKept};
-    if (done) {
-      std::cout << "Inc List Successfully download\n" << std::flush;
-      c.log.Write(EventType::kInformation, "Done Downloading WatchList : " + name);
+    const auto answer = c.downloads.DownloadList(lists[i], paths[i], request);
+    if (!answer) throw Interrupted{kDownloadsKept};
+    if (answer->done) {
+      std::cout << answer->text() << "\n" << std::flush;
     } else {
-      std::cerr << "Error downloading inc list - " << WithLineFeeds(c.downloader.errorText());
-      c.log.Write(EventType::kInformation, "Error Downloading WatchList : " + name);
+      std::cerr << WithLineFeeds(answer->text());
     }
-    all &= done;
+    all &= answer->done;
   }
   return all;
 }
@@ -74,8 +54,10 @@ void Run(const GlobalOptions& options, const DownloadArgs& args) {
   const double from = DateOption(args.from, "--from", data::MonthsBefore(to, 12));
   if (from > to) throw UsageError("--from is later than --to");
   DownloadContext context(options);
-  const bool all = args.lists.empty() ? DownloadSymbols(context, args, from, to)
-                                      : DownloadLists(context, args, from, to);
+  const runs::DownloadRequest request{from, to, args.skipExisting};
+  const bool all = args.lists.empty() ? context.downloads.DownloadSymbols(args.symbols, request)
+                                      : DownloadLists(context, args.lists, request);
+  if (context.progress.Cancelled()) throw Interrupted{kDownloadsKept};
   if (!all) throw Failed{};
 }
 

@@ -5,19 +5,13 @@
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
 #include "halvard/platform/files.h"
-#include "terminal_progress.h"
 
 namespace halvard::cli {
 
 DownloadContext::DownloadContext(const GlobalOptions& options)
-    : session(OpenSession(options, StartMode::kFull)),
-      source(data::MakePriceSource(OpenServices(options, *session),
-                                   {[] { return TerminalProgress::InterruptRequested(); },
-                                    [this](const std::string& retry) {
-                                      log.Write(platform::EventType::kInformation, retry);
-                                    }})),
-      downloader(session->config.StockFilePath, *source, log,
-                 [](const std::string& notice) { std::cerr << "halvard: " << notice << "\n"; }) {}
+    : session(OpenSession(options, StartMode::kIndexMayFail)),
+      downloads(OpenServices(options, *session), session->config.StockFilePath, log, progress,
+                [](const std::string& notice) { std::cerr << "halvard: " << notice << "\n"; }) {}
 
 std::vector<std::filesystem::path> ExistingLists(const settings::Config& config,
                                                  const std::vector<std::string>& names) {

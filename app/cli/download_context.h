@@ -1,15 +1,17 @@
 #pragma once
 // What the download and schedule commands start from: the session (settings and folders), the
-// price source the [Services] section chooses, the event log file and the downloader over them.
-// The downloader's notices (a failed symbol and why, a trimmed history) go to stderr at once.
+// event log file, the terminal's progress (Ctrl-C stops a request or a retry wait at once) and
+// the price downloads over them. The downloader's notices (a failed symbol and why, a trimmed
+// history) go to stderr at once.
 
 #include <memory>
 
 #include "command_line.h"
 
 #include "cli_context.h"
-#include "halvard/data/downloader.h"
 #include "halvard/platform/event_log.h"
+#include "halvard/runs/price_downloads.h"
+#include "terminal_progress.h"
 
 namespace halvard::cli {
 
@@ -18,8 +20,8 @@ struct DownloadContext {
 
   std::unique_ptr<runs::Session> session;
   platform::FileEventLog log;
-  std::unique_ptr<data::PriceSource> source;  // stopped by Ctrl-C, its retries in the log
-  data::Downloader downloader;
+  TerminalProgress progress;
+  runs::PriceDownloads downloads;
 };
 
 // What an interrupted download leaves: every file it finished is written whole.

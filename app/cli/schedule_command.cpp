@@ -10,7 +10,6 @@
 #include "halvard/data/download_schedule.h"
 #include "halvard/error.h"
 #include "halvard/platform/clock.h"
-#include "terminal_progress.h"
 
 namespace halvard::cli {
 namespace {
@@ -34,10 +33,10 @@ void Run(const GlobalOptions& options, const ScheduleArgs& args) {
     throw Error("no watch list to download: give --list or choose them in Download/Lists");
   }
   ExistingLists(config, lists);
-  TerminalProgress progress;
-  const bool all = data::AutoDownload(lists, args.skipExisting, platform::Today(), c.downloader,
-                                      config, c.session->store(), progress);
-  if (progress.Cancelled()) throw Interrupted{kDownloadsKept};
+  const bool all =
+      data::AutoDownload(lists, args.skipExisting, platform::Today(), c.downloads.downloader(),
+                         config, c.session->store(), c.progress);
+  if (c.progress.Cancelled()) throw Interrupted{kDownloadsKept};
   std::cout << WithLineFeeds(data::DownloadDateLabel(config.downloadDate)) << "\n";
   // The scheduled download shows no failures; the event log has them.
   if (!all) std::cerr << "halvard: some symbols failed; see " << c.log.file().string() << "\n";

@@ -14,14 +14,13 @@
 #include <QTimeEdit>
 #include <QVBoxLayout>
 #include <cmath>
-#include <memory>
+#include <optional>
 
 #include "dialogs.h"
 #include "halvard/data/download_schedule.h"
-#include "halvard/data/downloader.h"
-#include "halvard/data/price_sources.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/platform/clock.h"
+#include "halvard/runs/price_downloads.h"
 #include "main_frm.h"
 #include "named.h"
 #include "progress_relay.h"
@@ -29,8 +28,6 @@
 
 namespace halvard::gui {
 namespace {
-
-using platform::EventType;
 
 // The program's dates count days from 12/30/1899, the time of day being the fraction.
 const QDate kDayZero(1899, 12, 30);
@@ -62,20 +59,23 @@ int PeriodMonths(int position) {
   return position >= 1 && position <= 4 ? kMonths[position - 1] : 12;
 }
 
-// The downloader over the price source the [Services] settings choose, logging to the main
-// window's event log (retries included).
-struct Downloads {
-  explicit Downloads(MainFrm& main)
-      : source(data::MakePriceSource(settings::ReadServiceSettings(main.session().store()),
-                                     {{},
-                                      [&main](const std::string& retry) {
-                                        main.eventLog().Write(platform::EventType::kInformation,
-                                                              retry);
-                                      }})),
-        downloader(main.config().StockFilePath, *source, main.eventLog()) {}
-  std::unique_ptr<data::PriceSource> source;
-  data::Downloader downloader;
+// What a download takes from the main window, read on the window's thread before the run.
+struct DownloadSetup {
+  explicit DownloadSetup(MainFrm& main)
+      : services(settings::ReadServiceSettings(main.session().store())),
+        stocks(main.config().StockFilePath),
+        log(main.eventLog()) {}
+  settings::ServiceSettings services;
+  std::string stocks;
+  platform::EventLog& log;
 };
+
+// Nothing, after an error box, when the [Services] section holds a value that does not convert.
+std::optional<DownloadSetup> ReadSetup(MainFrm& main) {
+  std::optional<DownloadSetup> setup;
+  main.Guarded([&] { setup.emplace(main); });
+  return setup;
+}
 
 QString Shown(const std::string& text) {
   return QString::fromStdString(text).remove(QLatin1Char('\r'));
@@ -221,29 +221,19 @@ void DownloaderWindow::DownloadSelected() {
 
 bool DownloaderWindow::DownloadOne(const QString& name) {
   const std::string list = name.toStdString();
-  platform::EventLog& log = main_.eventLog();
-  log.Write(EventType::kInformation, "Downloading WatchList : " + list);
   SetStatus(QStringLiteral("Downloading WatchList ") + name);
-  bool done = false;
-  std::string errors;
-  const double from = Serial(fromDate_->date());
-  const double to = Serial(toDate_->date());
-  const bool skip = existingFileCheck_->isChecked();
-  const bool ran = main_.RunLong([&](platform::Progress& progress) {
-    Downloads d(main_);
-    done = d.downloader.DownloadList(data::WatchListPath(main_.config().IncFilePath, list), from,
-                                     to, skip, progress);
-    errors = d.downloader.errorText();
+  const runs::DownloadRequest request{Serial(fromDate_->date()), Serial(toDate_->date()),
+                                      existingFileCheck_->isChecked()};
+  const std::optional<DownloadSetup> setup = ReadSetup(main_);
+  const auto file = data::WatchListPath(main_.config().IncFilePath, list);
+  std::optional<runs::ListDownloadAnswer> answer;
+  const bool ran = setup && main_.RunLongAside([&](platform::Progress& progress) {
+    runs::PriceDownloads downloads(setup->services, setup->stocks, setup->log, progress);
+    answer = downloads.DownloadList(list, file, request);
   });
-  if (ran && done) {
-    main_.dialogs().message(this, QStringLiteral("Halvard 600"),
-                            QStringLiteral("Inc List Successfully download"), Dialogs::Icon::kNone);
-    log.Write(EventType::kInformation, "Done Downloading WatchList : " + list);
-  } else if (ran) {
-    main_.dialogs().message(this, QStringLiteral("Halvard 600"),
-                            QStringLiteral("Error downloading inc list - ") + Shown(errors),
-                            Dialogs::Icon::kCritical);
-    log.Write(EventType::kInformation, "Error Downloading WatchList : " + list);
+  if (ran && answer) {
+    main_.dialogs().message(this, QStringLiteral("Halvard 600"), Shown(answer->text()),
+                            answer->done ? Dialogs::Icon::kNone : Dialogs::Icon::kCritical);
   }
   SetStatus(QStringLiteral("Ready"));
   return ran;
@@ -258,6 +248,8 @@ void DownloaderWindow::AutoDownload() {
     return;
   }
   const bool skip = existingFileCheck_->isChecked();
+  const std::optional<DownloadSetup> setup = ReadSetup(main_);
+  if (!setup) return;
   // The list steps of the download name the list; the symbol steps go to the progress window.
   ProgressRelay relay(main_.progressWindow(), [this](int, int, std::string_view text) {
     if (text.starts_with(data::kAutoDownloadListText)) {
@@ -265,11 +257,14 @@ void DownloaderWindow::AutoDownload() {
     }
   });
   downloadBtn_->setEnabled(false);
-  main_.RunLong([&](platform::Progress&) {
-    Downloads d(main_);
-    data::AutoDownload(lists, skip, platform::Today(), d.downloader, main_.config(),
-                       main_.session().store(), relay);
-  });
+  // Only the date of the download is written meanwhile; the window's thread reads it after.
+  main_.RunLongAside(
+      [&](platform::Progress& progress) {
+        runs::PriceDownloads downloads(setup->services, setup->stocks, setup->log, progress);
+        data::AutoDownload(lists, skip, platform::Today(), downloads.downloader(), main_.config(),
+                           main_.session().store(), progress);
+      },
+      &relay);
   ShowDownloadDate();
   SetStatus(QStringLiteral("Ready"));
   downloadBtn_->setEnabled(true);

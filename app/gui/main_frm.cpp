@@ -30,6 +30,7 @@
 #include "halvard/runs/stock_info.h"
 #include "halvard/settings/folders.h"
 #include "progress_window.h"
+#include "run_aside.h"
 
 namespace halvard::gui {
 namespace {
@@ -286,6 +287,18 @@ void MainFrm::ShowInformation(const std::string& symbol) {
 }
 
 bool MainFrm::RunLong(const std::function<void(platform::Progress&)>& run) {
+  return HoldWindowFor([&] { run(*progress_); });
+}
+
+bool MainFrm::RunLongAside(const std::function<void(platform::Progress&)>& run,
+                           platform::Progress* shown) {
+  return HoldWindowFor([&] {
+    QueuedProgress steps(shown ? *shown : *progress_);
+    RunAside([&] { run(steps); });
+  });
+}
+
+bool MainFrm::HoldWindowFor(const std::function<void()>& run) {
   if (running_) return false;
   running_ = true;
   downloadTimer_->setPaused(true);
@@ -294,7 +307,7 @@ bool MainFrm::RunLong(const std::function<void(platform::Progress&)>& run) {
   progress_->Start();
   bool finished = false;
   Guarded([&] {
-    run(*progress_);
+    run();
     finished = !progress_->Cancelled();
   });
   progress_->hide();

@@ -101,6 +101,12 @@ class MainFrm : public QMainWindow {
   // Returns true when it ran to its end (not cancelled, no error); false at once when another
   // run holds the window.
   bool RunLong(const std::function<void(platform::Progress&)>& run);
+  // The same with run on a worker thread (see RunAside), for runs that wait on the network: the
+  // windows keep painting and the progress window's Cancel reaches a running request or wait at
+  // once. run's steps go to shown (the progress window when null) on this thread; run must not
+  // touch a widget, nor the settings or the session that the window thread reads.
+  bool RunLongAside(const std::function<void(platform::Progress&)>& run,
+                    platform::Progress* shown = nullptr);
   // Runs a command, showing any error of the library in a message box titled "Error".
   void Guarded(const std::function<void()>& command);
 
@@ -109,6 +115,8 @@ class MainFrm : public QMainWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  // What RunLong and RunLongAside share: the other commands disabled, the progress window shown.
+  bool HoldWindowFor(const std::function<void()>& run);
   void BuildWindow();
   void BuildMenus();
   void AddTools(QMenu* tools);

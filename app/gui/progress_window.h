@@ -4,6 +4,7 @@
 // the event loop run, so the main window keeps painting while a run goes on.
 
 #include <QDialog>
+#include <atomic>
 
 #include "halvard/platform/progress.h"
 
@@ -40,7 +41,8 @@ class ProgressWindow : public QDialog, public platform::Progress {
   QLabel* label_;
   QProgressBar* bar_;
   QPushButton* cancel_;
-  bool cancelled_ = false;
+  // Read by runs on a worker thread as well (a download's request and retry wait).
+  std::atomic<bool> cancelled_ = false;
 };
 
 }  // namespace halvard::gui

@@ -238,6 +238,15 @@ check "and loads" '"barCount":1001' "$(grep -o '"barCount":[0-9]*' <<<"$out")"
 cp "$2/responses/table-goog-2011.csv" "$scratch/www/table.csv"
 run "${dl[@]}" --set "Services/Provider=nobody" download GOOG
 check "unknown provider is a usage error" 2 "$rc"
+# A broken index file stops every command but the download that mends it.
+printf 'Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,2,0.5,x,100\r\n' >"$scratch/dl/^IXIC.txt"
+run "${dl[@]}" boxes GOOG
+check "a broken index stops a command" "1 halvard: error: $scratch/dl/^IXIC.txt line 2: the close \"x\" is not a number" "$rc $err"
+run "${dl[@]}" download '^IXIC' --from 1/1/2011 --to 12/31/2011
+check "the download of a broken index warns" "0 halvard: warning: $scratch/dl/^IXIC.txt line 2: the close \"x\" is not a number" "$rc $err"
+run "${dl[@]}" boxes GOOG
+check "and mends it" "0 " "$rc $err"
+cp "$samples/data/^IXIC.txt" "$scratch/dl/"
 run "${dl[@]}" download GOOG --list two
 check "symbols and lists at once is a usage error" 2 "$rc"
 

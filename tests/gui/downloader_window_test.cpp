@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDate>
 #include <QDateEdit>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
@@ -18,6 +19,7 @@
 #include "gui_test_support.h"
 #include "halvard/platform/clock.h"
 #include "local_server.h"
+#include "progress_window.h"
 
 namespace halvard::gui::testing {
 namespace {
@@ -73,6 +75,29 @@ QString DateKeys(const QDate& date, char month, char day, char year) {
 std::string Genuine() {
   return test::GenuineAnswer("table-goog-2011.csv");
 }
+
+QByteArray FileBytes(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Presses the progress window's Cancel once ready() turns true, asked from the event loop
+// every few milliseconds while a download runs; cancelledAt starts at the press.
+void CancelWhen(MainFrm& w, std::function<bool()> ready, QElapsedTimer& cancelledAt) {
+  auto* poll = new QTimer(&w);
+  QObject::connect(poll, &QTimer::timeout, poll,
+                   [&w, ready = std::move(ready), &cancelledAt, poll] {
+                     if (!w.progressWindow().isVisible() || !ready()) return;
+                     w.progressWindow().findChild<QPushButton*>()->click();
+                     cancelledAt.start();
+                     poll->deleteLater();
+                   });
+  poll->start(10);
+}
+
+// The service would keep the answer (or its wait) for far longer; a cancel that works ends the
+// run within about a second.
+constexpr qint64 kCancelledRunEndsWithinMs = 5000;
 
 }  // namespace
 
@@ -163,6 +188,100 @@ class DownloaderWindowTest : public QObject {
     QVERIFY(LogEntries(s.ws).contains("Information Done Downloading WatchList : z.inc"));
   }
 
+  // A service slow to answer holds the request, not the window: the window goes on answering
+  // (the poll that presses Cancel runs meanwhile) and Cancel stops the request. The old price
+  // file stays byte for byte, no answer is shown and the list is not closed in the event log.
+  void cancelStopsARequestTheServiceHolds() {
+    Served s;
+    s.server.Answer("/table.csv", {test::Reply(200, Genuine())});
+    s.server.Hold();
+    s.ws.writeList(QStringLiteral("one.inc"), QStringLiteral("AMD\r\nGOOG\r\n"));
+    const QByteArray before = FileBytes(s.ws.stocks() + "/AMD.txt");
+    QVERIFY(!before.isEmpty());
+    FakeDialogs dialogs;
+    auto w = s.ws.open(dialogs);
+    DownloaderWindow& d = w->OpenDownloader();
+    Choose(d, QStringLiteral("one.inc"));
+    QElapsedTimer cancelledAt;
+    QString statusWhileHeld;
+    CancelWhen(
+        *w,
+        [&] {
+          statusWhileHeld = d.statusText();
+          return s.server.targets().size() == 1;
+        },
+        cancelledAt);
+    ClickDownload(d);
+    QVERIFY(cancelledAt.isValid());
+    QVERIFY2(cancelledAt.elapsed() < kCancelledRunEndsWithinMs,
+             qPrintable(QString::number(cancelledAt.elapsed())));
+    QCOMPARE(statusWhileHeld, QStringLiteral("Downloading WatchList one.inc"));
+    QCOMPARE(s.targets().size(), 1);  // GOOG was never asked for
+    QCOMPARE(FileBytes(s.ws.stocks() + "/AMD.txt"), before);
+    QVERIFY(dialogs.messages.empty());
+    QVERIFY(!w->progressWindow().isVisible());
+    QCOMPARE(d.statusText(), QStringLiteral("Ready"));
+    QCOMPARE(LogEntries(s.ws).filter(QStringLiteral("WatchList : one.inc")),
+             QStringList{QStringLiteral("Information Downloading WatchList : one.inc")});
+  }
+
+  // A busy service asks for a wait before the next try; Cancel ends the wait, and no second
+  // request is made.
+  void cancelStopsARetryWait() {
+    Served s;
+    s.server.Answer("/table.csv", {test::Reply(503, "busy", "text/plain", {{"Retry-After", "30"}}),
+                                   test::Reply(200, Genuine())});
+    s.ws.writeList(QStringLiteral("one.inc"), QStringLiteral("AMD\r\n"));
+    const QByteArray before = FileBytes(s.ws.stocks() + "/AMD.txt");
+    FakeDialogs dialogs;
+    auto w = s.ws.open(dialogs);
+    DownloaderWindow& d = w->OpenDownloader();
+    Choose(d, QStringLiteral("one.inc"));
+    QElapsedTimer cancelledAt;
+    CancelWhen(
+        *w,
+        [&] {
+          const QStringList log = LogEntries(s.ws);
+          return !log.filter(QStringLiteral("Information Retrying ")).isEmpty();
+        },
+        cancelledAt);
+    ClickDownload(d);
+    QVERIFY(cancelledAt.isValid());
+    QVERIFY2(cancelledAt.elapsed() < kCancelledRunEndsWithinMs,
+             qPrintable(QString::number(cancelledAt.elapsed())));
+    QCOMPARE(s.targets().size(), 1);
+    QCOMPARE(FileBytes(s.ws.stocks() + "/AMD.txt"), before);
+    QVERIFY(dialogs.messages.empty());
+    // The list was opened in the event log and, cancelled, not closed.
+    QCOMPARE(LogEntries(s.ws).filter(QStringLiteral("WatchList : one.inc")),
+             QStringList{QStringLiteral("Information Downloading WatchList : one.inc")});
+  }
+
+  // An index file the loader refuses does not keep the Downloader from fetching it again.
+  void aBrokenIndexCanBeDownloadedAgain() {
+    Served s;
+    s.server.Answer("/table.csv", {test::Reply(200, Genuine())});
+    QFile index(s.ws.stocks() + "/^IXIC.txt");
+    QVERIFY(index.open(QIODevice::WriteOnly));
+    index.write("Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,2,0.5,x,100\r\n");
+    index.close();
+    s.ws.writeList(QStringLiteral("index.inc"), QStringLiteral("^IXIC\r\n"));
+    FakeDialogs dialogs;
+    auto w = s.ws.open(dialogs);
+    QVERIFY(!dialogs.messages.empty());
+    QVERIFY2(dialogs.messages[0].text.endsWith(
+                 QStringLiteral("line 2: the close \"x\" is not a number")),
+             qPrintable(dialogs.messages[0].text));
+    dialogs.messages.clear();
+    DownloaderWindow& d = w->OpenDownloader();
+    Choose(d, QStringLiteral("index.inc"));
+    ClickDownload(d);
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QCOMPARE(dialogs.messages[0].text, QStringLiteral("Inc List Successfully download"));
+    QVERIFY(s.targets().at(0).endsWith(QStringLiteral("&s=^IXIC")));
+    QVERIFY(FileBytes(s.ws.stocks() + "/^IXIC.txt").startsWith("Date,Open,High,Low,Close,Volume"));
+  }
+
   // The first tick after the set time downloads the lists chosen in the window (showing it
   // again) and stores the day; a second tick that day does nothing.
   void theTimerDownloadsTheChosenListsOnceADay() {
@@ -178,8 +297,19 @@ class DownloaderWindowTest : public QObject {
     Choose(d, QStringLiteral("one.inc"));
     d.close();
 
+    // The run goes on beside the window's event loop: its status is read while the service
+    // holds the request.
     QString statusWhileRunning;
-    QTimer::singleShot(0, &d, [&] { statusWhileRunning = d.statusText(); });
+    s.server.Hold();
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, &poll, [&] {
+      if (s.server.targets().empty()) return;
+      QCoreApplication::sendPostedEvents();  // the step that named the list
+      statusWhileRunning = d.statusText();
+      s.server.Release();
+      poll.stop();
+    });
+    poll.start(10);
     const double noon = platform::Today() + 0.5;
     QVERIFY(w->downloadTimer().Tick(noon));
     QVERIFY(d.isVisible());

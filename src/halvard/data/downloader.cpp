@@ -81,20 +81,35 @@ bool Downloader::DownloadSymbol(const std::string& symbol, double startDate, dou
   return true;
 }
 
+bool Downloader::EachSymbol(const std::vector<std::string>& symbols, double startDate,
+                            double endDate, bool skipExisting, platform::Progress& progress,
+                            const Failed& failed) {
+  bool all = true;
+  const int total = static_cast<int>(symbols.size());
+  for (int i = 0; i < total && !progress.Cancelled(); ++i) {
+    progress.Step(i, total, symbols[i]);
+    if (!DownloadSymbol(symbols[i], startDate, endDate, skipExisting)) {
+      all = false;
+      failed(symbols[i]);
+    }
+  }
+  return all;
+}
+
+bool Downloader::DownloadSymbols(const std::vector<std::string>& symbols, double startDate,
+                                 double endDate, bool skipExisting, platform::Progress& progress) {
+  return EachSymbol(symbols, startDate, endDate, skipExisting, progress, [](const std::string&) {});
+}
+
 bool Downloader::DownloadList(const fs::path& listPath, double startDate, double endDate,
                               bool skipExisting, platform::Progress& progress) {
   errorText_.clear();
   const std::vector<std::string> symbols = ReadWatchList(listPath, Quotes::kKeep, Names::kSymbols);
-  const int total = static_cast<int>(symbols.size());
-  for (int i = 0; i < total && !progress.Cancelled(); ++i) {
-    const std::string& symbol = symbols[i];
-    progress.Step(i, total, symbol);
-    if (!DownloadSymbol(symbol, startDate, endDate, skipExisting)) {
-      errorText_ += "Failed to download " + symbol + "\r\n";
-      log_.Write(EventType::kError, "Failed to download " + symbol);
-    }
-  }
-  return errorText_.empty();
+  return EachSymbol(symbols, startDate, endDate, skipExisting, progress,
+                    [this](const std::string& symbol) {
+                      errorText_ += "Failed to download " + symbol + "\r\n";
+                      log_.Write(EventType::kError, "Failed to download " + symbol);
+                    });
 }
 
 }  // namespace halvard::data

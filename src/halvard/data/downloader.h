@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "halvard/data/price_sources.h"
 #include "halvard/platform/event_log.h"
@@ -32,11 +33,15 @@ class Downloader {
   bool DownloadSymbol(const std::string& symbol, double startDate, double endDate,
                       bool skipExisting);
 
-  // Downloads every symbol of the watch list file, in list order; a failed symbol is noted in
-  // the error text ("Failed to download SYMBOL" + CR LF) and the event log, and the list goes
-  // on. Each symbol is a progress step; a cancel stops between two symbols. True when no
-  // symbol failed. A missing list file, or a line of it that is not a symbol, is a
-  // halvard::Error before any request.
+  // Downloads the symbols in the order given; a failed one does not stop the others. Each
+  // symbol is a progress step; a cancel stops between two symbols. True when no symbol failed.
+  bool DownloadSymbols(const std::vector<std::string>& symbols, double startDate, double endDate,
+                       bool skipExisting, platform::Progress& progress);
+
+  // DownloadSymbols over every symbol of the watch list file, in list order; a failed symbol is
+  // noted in the error text ("Failed to download SYMBOL" + CR LF) and the event log as well. A
+  // missing list file, or a line of it that is not a symbol, is a halvard::Error before any
+  // request.
   bool DownloadList(const std::filesystem::path& listPath, double startDate, double endDate,
                     bool skipExisting, platform::Progress& progress);
 
@@ -49,6 +54,9 @@ class Downloader {
   // Both say why in a notice and return false; FailLogged writes the error entry as well.
   bool Fail(const std::string& symbol, const std::string& why);
   bool FailLogged(const std::string& symbol, const std::string& why);
+  using Failed = std::function<void(const std::string& symbol)>;
+  bool EachSymbol(const std::vector<std::string>& symbols, double startDate, double endDate,
+                  bool skipExisting, platform::Progress& progress, const Failed& failed);
 
   platform::EventLog& log_;
   Notice notice_;
