@@ -7,6 +7,7 @@
 #include <QMenuBar>
 
 #include "dialogs.h"
+#include "halvard/error.h"
 #include "halvard/runs/fundamentals_commands.h"
 #include "halvard/runs/scan_commands.h"
 #include "halvard/runs/scans.h"
@@ -22,6 +23,14 @@ QAction* AddEntry(QMenu* menu, const char* objectName, const QString& caption) {
   QAction* action = menu->addAction(caption);
   action->setObjectName(QString::fromLatin1(objectName));
   return action;
+}
+
+// The error that stopped a scan, with the symbols it had passed before it (the command line
+// prints the same ahead of its error). Its list is incomplete, so it is not offered for saving.
+std::string WithFoundSoFar(const std::string& error, std::string found) {
+  std::erase(found, '\r');
+  return error +
+         "\n\nNothing was saved. Passed before it:" + (found.empty() ? " none" : "\n" + found);
 }
 
 // The Scans menu in its order, by the captions of the library's scan table.
@@ -120,7 +129,14 @@ void MainFrm::RunScan(const runs::ScanCommand& command) {
     if (session_->config.enableGraphUpdate) ShowLoaded();
   });
   // A cancelled or failed scan offers nothing to save: its list would be incomplete.
-  if (!RunLong([&](platform::Progress&) { command.run(s, relay); })) return;
+  const bool done = RunLong([&](platform::Progress&) {
+    try {
+      command.run(s, relay);
+    } catch (const Error& e) {
+      throw Error(WithFoundSoFar(e.what(), s.resultText));
+    }
+  });
+  if (!done) return;
   const QString file = dialogs_.saveWatchList(this, QString::fromStdString(s.config.IncFilePath),
                                               QString::fromStdString(command.listName(s.config)));
   if (!file.isEmpty()) Guarded([&] { runs::SaveResultList(s, file.toStdString()); });

@@ -481,6 +481,37 @@ class MainFrmTest : public QObject {
     QVERIFY(!w->progressWindow().isVisible());
   }
 
+  // A scan that reaches a file the loader refuses names the file, the line and the problem,
+  // with the symbols it passed before it, and offers nothing to save.
+  void aScanStoppedByARefusedFileShowsWhatItFound() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    dialogs.saveAnswer = ws.lists() + "/whole.inc";
+    w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
+    QFile whole(ws.lists() + "/whole.inc");
+    QVERIFY(whole.open(QIODevice::ReadOnly));
+    // The saved list ends with an empty line.
+    QString passed = QString::fromUtf8(whole.readAll()).remove(u'\r').trimmed() + u'\n';
+    QVERIFY2(passed.endsWith(QStringLiteral("\nXLNX\n")), qPrintable(passed));
+    passed.chop(QStringLiteral("XLNX\n").size());  // the list's last symbol
+
+    QFile bad(ws.stocks() + "/XLNX.txt");
+    QVERIFY(bad.open(QIODevice::WriteOnly));
+    bad.write("Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,two,0.5,1.5,100\r\n");
+    bad.close();
+    dialogs.proposedSaves.clear();
+    w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
+    QVERIFY(dialogs.proposedSaves.empty());
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
+    const QString text = dialogs.messages[0].text;
+    QVERIFY2(text.endsWith(QStringLiteral("XLNX.txt line 2: the high \"two\" is not a number\n\n"
+                                          "Nothing was saved. Passed before it:\n") +
+                           passed),
+             qPrintable(text));
+  }
+
   // Tools > Check Price Files: the loader's verdict on every file of the folder, in a window.
   void checkPriceFilesShowsWhatDoesNotLoad() {
     Workspace ws;

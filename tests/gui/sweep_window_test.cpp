@@ -32,6 +32,16 @@ QString Shown(QWidget* window, const char* box) {
   return window->findChild<QPlainTextEdit*>(QString::fromLatin1(box))->toPlainText();
 }
 
+// The last symbol of the sample list gets a price file the loader refuses at its line 2.
+void BreakLastSampleFile(const Workspace& ws) {
+  QFile bad(ws.stocks() + "/XLNX.txt");
+  if (bad.open(QIODevice::WriteOnly)) {
+    bad.write("Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,two,0.5,1.5,100\r\n");
+  }
+}
+
+const QString kXlnxRefused = QStringLiteral("XLNX.txt line 2: the high \"two\" is not a number");
+
 QString FileText(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
@@ -139,6 +149,28 @@ class SweepWindowTest : public QObject {
     QVERIFY(
         report.contains(QStringLiteral("Stoploss settings starting from 3 to 3 with a step "
                                        "of 1\n")));
+  }
+
+  // A run that reaches a file the loader refuses ends there: the window shows the rows of the
+  // stocks before it and the error names the file, the line and the problem.
+  void aRefusedFileEndsTheRunButTheRowsBeforeItAreShown() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    BreakLastSampleFile(ws);
+    const std::pair<SweepWindow*, const char*> runs[] = {{w->OpenLiveTrading(), "GoBtn"},
+                                                         {w->OpenBatchTest(), "GoCommand"}};
+    for (const auto& [window, go] : runs) {
+      dialogs.messages.clear();
+      Click(window, go);
+      QCOMPARE(dialogs.messages.size(), size_t{1});
+      QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
+      QVERIFY2(dialogs.messages[0].text.endsWith(kXlnxRefused),
+               qPrintable(dialogs.messages[0].text));
+      const QString shown = Shown(window, window == runs[0].first ? "LiveResults" : "Results");
+      QVERIFY2(shown.contains(QStringLiteral("\nTMO\t")), qPrintable(shown));
+      QVERIFY(!shown.contains(QStringLiteral("XLNX")));
+    }
   }
 
   // "&Save Results" writes everything shown, CR LF line ends and one more at the end, in the
