@@ -221,7 +221,8 @@ class DownloaderWindowTest : public QObject {
     QVERIFY(dialogs.messages.empty());
     QVERIFY(!w->progressWindow().isVisible());
     QCOMPARE(d.statusText(), QStringLiteral("Ready"));
-    QCOMPARE(LogEntries(s.ws).filter(QStringLiteral("WatchList : one.inc")),
+    // Opened, and, stopped, neither closed nor given a failed symbol.
+    QCOMPARE(LogEntries(s.ws),
              QStringList{QStringLiteral("Information Downloading WatchList : one.inc")});
   }
 
@@ -252,9 +253,10 @@ class DownloaderWindowTest : public QObject {
     QCOMPARE(s.targets().size(), 1);
     QCOMPARE(FileBytes(s.ws.stocks() + "/AMD.txt"), before);
     QVERIFY(dialogs.messages.empty());
-    // The list was opened in the event log and, cancelled, not closed.
+    // The list was opened in the event log and, cancelled, not closed; nothing failed.
     QCOMPARE(LogEntries(s.ws).filter(QStringLiteral("WatchList : one.inc")),
              QStringList{QStringLiteral("Information Downloading WatchList : one.inc")});
+    QVERIFY(LogEntries(s.ws).filter(QStringLiteral("Error ")).isEmpty());
   }
 
   // An index file the loader refuses does not keep the Downloader from fetching it again.

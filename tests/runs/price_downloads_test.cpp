@@ -93,7 +93,9 @@ TEST(PriceDownloads, TheRunsCancelStopsARunningRequest) {
   EXPECT_FALSE(downloads.DownloadList("one", rig.List("GOOG\r\nORCL\r\n"), kYear));
   EXPECT_EQ(rig.server.targets().size(), 1u);
   EXPECT_EQ(test::ReadText(rig.stocks / "GOOG.txt"), "old");
-  EXPECT_EQ(rig.ListEntries().size(), 1u);
+  // The list was opened and, stopped, neither closed nor given a failed symbol.
+  EXPECT_EQ(rig.log.entries(), (std::vector<MemoryEventLog::Entry>{
+                                   {EventType::kInformation, "Downloading WatchList : one"}}));
 }
 
 TEST(PriceDownloads, TypedSymbolsAreStepsAndOneFailureFailsTheRun) {

@@ -88,7 +88,8 @@ bool Downloader::EachSymbol(const std::vector<std::string>& symbols, double star
   const int total = static_cast<int>(symbols.size());
   for (int i = 0; i < total && !progress.Cancelled(); ++i) {
     progress.Step(i, total, symbols[i]);
-    if (!DownloadSymbol(symbols[i], startDate, endDate, skipExisting)) {
+    // A symbol the user stopped is not a failure: nothing is said of it.
+    if (!DownloadSymbol(symbols[i], startDate, endDate, skipExisting) && !progress.Cancelled()) {
       all = false;
       failed(symbols[i]);
     }
