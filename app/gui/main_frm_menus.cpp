@@ -8,6 +8,7 @@
 
 #include "dialogs.h"
 #include "halvard/error.h"
+#include "halvard/platform/line_reader.h"
 #include "halvard/runs/fundamentals_commands.h"
 #include "halvard/runs/scan_commands.h"
 #include "halvard/runs/scans.h"
@@ -26,11 +27,15 @@ QAction* AddEntry(QMenu* menu, const char* objectName, const QString& caption) {
 }
 
 // The error that stopped a scan, with the symbols it had passed before it (the command line
-// prints the same ahead of its error). Its list is incomplete, so it is not offered for saving.
-std::string WithFoundSoFar(const std::string& error, std::string found) {
-  std::erase(found, '\r');
-  return error +
-         "\n\nNothing was saved. Passed before it:" + (found.empty() ? " none" : "\n" + found);
+// prints the same ahead of its error), in a paragraph so a long list wraps. Its list is
+// incomplete, so it is not offered for saving.
+std::string WithFoundSoFar(const std::string& error, const std::string& found) {
+  std::string symbols;
+  platform::LineReader reader(found);
+  for (std::string_view symbol; reader.Next(symbol);) {
+    symbols.append(symbols.empty() ? "" : ", ").append(symbol);
+  }
+  return error + "\n\nNothing was saved. Passed before it: " + (symbols.empty() ? "none" : symbols);
 }
 
 // The Scans menu in its order, by the captions of the library's scan table.
