@@ -104,7 +104,7 @@ class MainFrm : public QMainWindow {
   // The same with run on a worker thread (see RunAside), for runs that wait on the network: the
   // windows keep painting and the progress window's Cancel reaches a running request or wait at
   // once. run's steps go to shown (the progress window when null) on this thread; run must not
-  // touch a widget, nor the settings or the session that the window thread reads.
+  // touch a widget, nor anything this thread reads while it runs.
   bool RunLongAside(const std::function<void(platform::Progress&)>& run,
                     platform::Progress* shown = nullptr);
   // Runs a command, showing any error of the library in a message box titled "Error".
