@@ -15,6 +15,7 @@ LocalServer::LocalServer() {
   server_.Get(".*", [this](const httplib::Request& request, httplib::Response& response) {
     std::unique_lock lock(mutex_);
     targets_.push_back(request.target);
+    headers_.push_back(request.headers);
     released_.wait(lock, [this] { return !held_; });
     auto it = replies_.find(request.path);
     if (it == replies_.end() || it->second.empty()) {
@@ -62,6 +63,16 @@ void LocalServer::Release() {
 std::vector<std::string> LocalServer::targets() const {
   std::lock_guard lock(mutex_);
   return targets_;
+}
+
+std::vector<std::string> LocalServer::headers(const std::string& name) const {
+  std::lock_guard lock(mutex_);
+  std::vector<std::string> values;
+  for (const httplib::Headers& h : headers_) {
+    const auto it = h.find(name);
+    values.push_back(it == h.end() ? "" : it->second);
+  }
+  return values;
 }
 
 namespace {

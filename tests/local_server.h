@@ -44,6 +44,8 @@ class LocalServer {
   std::string base() const { return "http://127.0.0.1:" + std::to_string(port_); }
   // The request targets (path and query) in the order they came.
   std::vector<std::string> targets() const;
+  // The value of one header in each request, in the order they came ("" when it had none).
+  std::vector<std::string> headers(const std::string& name) const;
 
  private:
   httplib::Server server_;
@@ -54,6 +56,7 @@ class LocalServer {
   bool held_ = false;
   std::map<std::string, std::vector<Reply>> replies_;
   std::vector<std::string> targets_;
+  std::vector<httplib::Headers> headers_;
 };
 
 // An address where nothing listens (connections are refused).

@@ -93,7 +93,14 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
   return session;
 }
 
+void WarnIfKeysWereExposed(const runs::Session& session) {
+  if (const std::string warning = settings::ProtectServiceKeys(session.store()); !warning.empty()) {
+    std::cerr << "halvard: warning: " << warning << "\n";
+  }
+}
+
 settings::ServiceSettings OpenServices(const GlobalOptions& options, const runs::Session& session) {
+  WarnIfKeysWereExposed(session);
   settings::ServiceSettings services = settings::ReadServiceSettings(session.store());
   for (const std::string& s : options.sets) {
     const Assignment a = ParseSet(s);

@@ -35,6 +35,10 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
 // overrides applied (OpenSession leaves those to this).
 settings::ServiceSettings OpenServices(const GlobalOptions& options, const runs::Session& session);
 
+// Prints the warning of settings::ProtectServiceKeys on stderr when the settings file holding a
+// key was readable by others (and is not any more).
+void WarnIfKeysWereExposed(const runs::Session& session);
+
 // Shows the symbol as the main window does (load, RS line); no price file is a halvard::Error
 // naming the file.
 void ShowSymbolOrFail(runs::Session& session, const std::string& symbol);

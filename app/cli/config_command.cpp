@@ -3,6 +3,8 @@
 #include <iostream>
 
 #include "commands.h"
+#include "halvard/platform/files.h"
+#include "halvard/settings/services.h"
 
 namespace halvard::cli {
 namespace {
@@ -12,6 +14,15 @@ struct ConfigArgs {
   std::string name;
   std::string text;
 };
+
+bool IsServices(const std::string& section) {
+  return platform::EqualsIgnoreCase(section, settings::kServicesSection);
+}
+
+// The [Services] section as the file holds it, every missing value at its default.
+settings::ServiceSettings StoredServices(const runs::Session& session) {
+  return settings::ReadServiceSettings(session.store());
+}
 
 // SECTION NAME: one setting, named as config show prints it.
 void AddSettingName(Command& command, ConfigArgs& args) {
@@ -33,13 +44,19 @@ void AddConfigCommand(Command& program, const GlobalOptions& options) {
     for (const auto& s : settings::SettingsAsText(session->config)) {
       std::cout << s.section << "/" << s.name << "=" << s.text << "\n";
     }
+    for (const auto& s : settings::ServiceSettingsAsText(StoredServices(*session))) {
+      std::cout << settings::kServicesSection << "/" << s.name << "=" << s.text << "\n";
+    }
   });
 
   auto get = config.Subcommand("get", "One setting's value");
   AddSettingName(get, *args);
   get.OnRun([&options, args] {
     const auto session = OpenSession(options, StartMode::kSettingsOnly);
-    std::cout << settings::GetSettingText(session->config, args->section, args->name).text << "\n";
+    std::cout << (IsServices(args->section)
+                      ? settings::GetServiceSettingText(StoredServices(*session), args->name).text
+                      : settings::GetSettingText(session->config, args->section, args->name).text)
+              << "\n";
   });
 
   auto set = config.Subcommand("set", "Change one setting in the settings file");
@@ -47,6 +64,15 @@ void AddConfigCommand(Command& program, const GlobalOptions& options) {
   set.Add("TEXT", args->text, "The new value, as config show prints it after the =").Required();
   set.OnRun([&options, args] {
     const auto session = OpenSession(options, StartMode::kSettingsOnly);
+    if (IsServices(args->section)) {
+      settings::ServiceSettings services = StoredServices(*session);
+      const auto stored = settings::SetServiceSettingFromText(services, args->name, args->text);
+      session->store().SaveString(settings::kAppName, settings::kServicesSection, stored.name,
+                                  stored.text);
+      WarnIfKeysWereExposed(*session);
+      std::cout << settings::kServicesSection << "/" << stored.name << "=" << stored.text << "\n";
+      return;
+    }
     const auto stored =
         settings::SetSettingFromText(session->config, args->section, args->name, args->text);
     session->store().SaveString(settings::kAppName, stored.section, stored.name, stored.text);

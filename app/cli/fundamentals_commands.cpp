@@ -4,10 +4,12 @@
 //   halvard eps-data             the EPS lines of every price file into eps.dat
 //   halvard rank rs|eps          "Compute RS Rank" / "Compute EPS Rank"
 
+#include <unistd.h>
+
 #include <iostream>
 
 #include "commands.h"
-#include "halvard/fundamentals/service_fetch.h"
+#include "halvard/fundamentals/fundamentals_source.h"
 #include "halvard/runs/fundamentals_commands.h"
 #include "halvard/runs/stock_info.h"
 #include "terminal_progress.h"
@@ -24,14 +26,35 @@ void RunInfo(const GlobalOptions& options, const std::string& symbol) {
   std::cout << WithLineFeeds(runs::StockInfoText(*info)) << std::flush;
 }
 
-// Runs one of the download commands with the [Services] hosts; Ctrl-C stops between two files.
+// The SEC asks every client for a contact. A user at a terminal is asked for it once, and it is
+// kept in the settings file; anywhere else the run stops and says how to set it.
+void AskForContactIfNeeded(runs::Session& session, settings::ServiceSettings& services) {
+  if (!fundamentals::NeedsContact(services)) return;
+  if (!::isatty(STDIN_FILENO) || !::isatty(STDERR_FILENO))
+    throw Error(fundamentals::kContactNeeded);
+  std::cerr << "The SEC asks every client for a contact with each request. Your name and e-mail "
+               "(kept as [Services] Contact): "
+            << std::flush;
+  std::string typed;
+  if (!std::getline(std::cin, typed)) throw Error(fundamentals::kContactNeeded);
+  const auto stored = settings::SetServiceSettingFromText(services, "Contact", typed);
+  session.store().SaveString(settings::kAppName, settings::kServicesSection, stored.name,
+                             stored.text);
+}
+
+// Runs one of the download commands with the source [Services] Fundamentals chooses; Ctrl-C
+// stops between two files. What the source had nothing for is named on stderr.
 template <class Download>
 void RunDownload(const GlobalOptions& options, const char* kept, Download download) {
   const auto session = OpenSession(options, StartMode::kFull);
-  const settings::ServiceSettings services = OpenServices(options, *session);
-  const auto http = fundamentals::MakeCompanyDataClient(services);
+  settings::ServiceSettings services = OpenServices(options, *session);
+  AskForContactIfNeeded(*session, services);
+  const auto source = fundamentals::MakeFundamentalsSource(
+      services, {[] { return TerminalProgress::InterruptRequested(); }, {}});
   TerminalProgress progress;
-  download(*session, services, *http, progress);
+  for (const std::string& missed : download(*session, *source, progress)) {
+    std::cerr << "halvard: nothing for " << missed << "\n";
+  }
   if (progress.Cancelled()) throw Interrupted{kept};
 }
 
@@ -59,22 +82,25 @@ void AddFundamentalsCommands(Command& program, const GlobalOptions& options) {
 
   program
       .Subcommand("company-data",
-                  "Download the company data of every price file's stock that has none yet")
+                  "Download the company data of every price file's stock that has none yet "
+                  "([Services] Fundamentals chooses the service)")
       .OnRun([&options] {
         RunDownload(options, "the company data downloaded so far is stored",
-                    [](runs::Session& s, const settings::ServiceSettings& services,
-                       platform::HttpClient& http, platform::Progress& progress) {
-                      runs::DownloadCompanyData(
-                          s, {&http, services.quotesHost, services.profileHost}, progress);
+                    [](runs::Session& s, fundamentals::FundamentalsSource& source,
+                       platform::Progress& progress) {
+                      return runs::DownloadCompanyData(s, source, progress);
                     });
       });
 
-  program.Subcommand("eps-data", "Download the EPS line of every price file's stock into eps.dat")
+  program
+      .Subcommand("eps-data",
+                  "Download the EPS line of every price file's stock into eps.dat ([Services] "
+                  "Fundamentals chooses the service)")
       .OnRun([&options] {
         RunDownload(options, "eps.dat holds the EPS lines downloaded so far",
-                    [](runs::Session& s, const settings::ServiceSettings& services,
-                       platform::HttpClient& http, platform::Progress& progress) {
-                      runs::DownloadEPSData(s, http, services.quotesHost, progress);
+                    [](runs::Session& s, fundamentals::FundamentalsSource& source,
+                       platform::Progress& progress) {
+                      return runs::DownloadEPSData(s, source, progress);
                     });
       });
 

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "commands.h"
+#include "halvard/platform/number_text.h"
 #include "halvard/screener/criteria_table.h"
 #include "halvard/screener/screener.h"
 #include "terminal_progress.h"
@@ -26,12 +27,18 @@ std::string Joined(const std::vector<std::string>& labels) {
 
 void Run(const GlobalOptions& options, const ScreenArgs& args, bool save) {
   const auto session = OpenSession(options, StartMode::kFull);
+  const settings::ServiceSettings services = OpenServices(options, *session);
+  if (!args.local && platform::TrimSpaces(services.screenerHost).empty()) {
+    throw UsageError(
+        "screen needs a screener service, and none is set ([Services] Screener Host; no public "
+        "service answers its query): use --local to screen the price files and the stock "
+        "database");
+  }
   screener::ScreenResult result;
   {
     TerminalProgress progress;
     result = args.local ? screener::ScreenLocally(*session, args.criteria, progress)
-                        : screener::ScreenWithService(OpenServices(options, *session),
-                                                      args.criteria, progress);
+                        : screener::ScreenWithService(services, args.criteria, progress);
     for (const std::string& symbol : result.symbols) std::cout << symbol << "\n";
     std::cout << std::flush;
     for (const std::string& skipped : result.skipped) {

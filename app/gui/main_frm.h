@@ -14,6 +14,7 @@
 #include "halvard/platform/progress.h"
 #include "halvard/runs/session.h"
 #include "halvard/runs/sweep.h"
+#include "halvard/settings/services.h"
 
 class QAction;
 class QComboBox;
@@ -109,6 +110,9 @@ class MainFrm : public QMainWindow {
                     platform::Progress* shown = nullptr);
   // Runs a command, showing any error of the library in a message box titled "Error".
   void Guarded(const std::function<void()>& command);
+  // Asks for the SEC's contact when the chosen company-data source needs one and none is set,
+  // and keeps it in the settings file; false when the user cancelled.
+  bool AskForContactIfNeeded(settings::ServiceSettings& services);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

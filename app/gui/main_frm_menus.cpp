@@ -151,6 +151,21 @@ void MainFrm::RunScan(const runs::ScanCommand& command) {
 void MainFrm::OpenOptions() {
   OptionsDialog dialog(
       session_->config, [this] { session_->WriteSettings(); }, dialogs_, this);
+  Guarded([&] {
+    const settings::MRegistry& store = session_->store();
+    dialog.AddServicesPage(
+        settings::ReadServiceSettings(store),
+        [this, &store](const std::vector<settings::ServiceText>& changed) {
+          std::vector<settings::StoredValue> values;
+          for (const auto& c : changed) {
+            values.push_back({std::string(settings::kServicesSection), c.name, c.text});
+          }
+          store.SaveStrings(settings::kAppName, values);
+          if (const std::string warning = settings::ProtectServiceKeys(store); !warning.empty()) {
+            eventLog_.Write(platform::EventType::kInformation, warning);
+          }
+        });
+  });
   dialog.exec();
 }
 

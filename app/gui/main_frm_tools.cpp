@@ -4,8 +4,9 @@
 #include <QAction>
 #include <QMenu>
 
+#include "dialogs.h"
 #include "halvard/data/price_check.h"
-#include "halvard/fundamentals/service_fetch.h"
+#include "halvard/fundamentals/fundamentals_source.h"
 #include "halvard/runs/fundamentals_commands.h"
 #include "halvard/settings/services.h"
 #include "main_frm.h"
@@ -13,17 +14,40 @@
 
 namespace halvard::gui {
 
+bool MainFrm::AskForContactIfNeeded(settings::ServiceSettings& services) {
+  if (!fundamentals::NeedsContact(services)) return true;
+  const std::optional<QString> typed = dialogs_.askText(
+      this, QStringLiteral("Contact"),
+      QStringLiteral("The SEC asks every client for a contact with each request.\nYour name "
+                     "and e-mail (kept as [Services] Contact):"));
+  if (!typed) return false;
+  const auto stored =
+      settings::SetServiceSettingFromText(services, "Contact", typed->toStdString());
+  session_->store().SaveString(settings::kAppName, settings::kServicesSection, stored.name,
+                               stored.text);
+  return true;
+}
+
 void MainFrm::AddTools(QMenu* tools) {
   QAction* company = tools->addAction(QStringLiteral("Download &Company Data"));
   company->setObjectName(QStringLiteral("downloadCompanyDataMnuItem"));
   connect(company, &QAction::triggered, this, [this] {
     runs::Session& s = *session_;
-    RunLong([&](platform::Progress& progress) {
-      const settings::ServiceSettings services = settings::ReadServiceSettings(s.store());
-      const auto http = fundamentals::MakeCompanyDataClient(services);
-      runs::DownloadCompanyData(s, {http.get(), services.quotesHost, services.profileHost},
-                                progress);
+    settings::ServiceSettings services;
+    bool ready = false;
+    Guarded([&] {
+      services = settings::ReadServiceSettings(s.store());
+      ready = AskForContactIfNeeded(services);
     });
+    if (!ready) return;
+    std::vector<std::string> missed;
+    RunLong([&](platform::Progress& progress) {
+      const auto source = fundamentals::MakeFundamentalsSource(services);
+      missed = runs::DownloadCompanyData(s, *source, progress);
+    });
+    for (const std::string& m : missed) {
+      eventLog_.Write(platform::EventType::kInformation, "No company data for " + m);
+    }
   });
 
   QAction* eps = tools->addAction(QStringLiteral("Compute &EPS Rank"));

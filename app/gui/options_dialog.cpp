@@ -16,6 +16,7 @@
 
 #include "dialogs.h"
 #include "halvard/platform/number_text.h"
+#include "services_page.h"
 #include "typed_number.h"
 
 namespace halvard::gui {
@@ -158,6 +159,15 @@ void OptionsDialog::Load() {
   f2weekPeriod_->setText(QString::number(c.period52week));
 }
 
+void OptionsDialog::AddServicesPage(
+    settings::ServiceSettings current,
+    std::function<void(const std::vector<settings::ServiceText>&)> save) {
+  services_ = new ServicesPage(std::move(current), std::move(save), tbsOptions_);
+  tbsOptions_->addTab(services_, QStringLiteral("Services"));
+  tbsOptions_->setTabToolTip(tbsOptions_->count() - 1,
+                             QStringLiteral("Where prices and company data come from"));
+}
+
 void OptionsDialog::NextTab() {
   tbsOptions_->setCurrentIndex((tbsOptions_->currentIndex() + 1) % tbsOptions_->count());
 }
@@ -194,6 +204,16 @@ void OptionsDialog::accept() {
   const int16_t pBox = whole(BoxScanPeriod_, QStringLiteral("Period for other scans"));
   const int16_t eps = whole(EPSRankScanPercent_, QStringLiteral("EPS Rank Scan Top %age"));
   const int16_t rs = whole(RSRankScanPercent_, QStringLiteral("RS Rank Scan Top %age"));
+  std::vector<settings::ServiceText> servicesChanged;
+  if (services_ != nullptr && !failed) {
+    QLineEdit* bad = nullptr;
+    QString why;
+    const auto changed = services_->Changed(bad, why);
+    if (changed)
+      servicesChanged = *changed;
+    else
+      refuse(bad, why);
+  }
   if (failed) return;
 
   settings::Config& c = config_;
@@ -213,6 +233,7 @@ void OptionsDialog::accept() {
   c.RSRankScanPercentage = rs;
   try {
     save_();
+    if (services_ != nullptr) services_->Store(servicesChanged);
   } catch (const std::exception& e) {
     dialogs_.message(this, QStringLiteral("Error"), QString::fromStdString(e.what()),
                      Dialogs::Icon::kCritical);

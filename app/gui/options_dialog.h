@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "halvard/settings/config.h"
+#include "halvard/settings/services.h"
 
 class QCheckBox;
 class QFormLayout;
@@ -19,6 +20,7 @@ class QTabWidget;
 namespace halvard::gui {
 
 class Dialogs;
+class ServicesPage;
 
 class OptionsDialog : public QDialog {
   Q_OBJECT
@@ -29,6 +31,11 @@ class OptionsDialog : public QDialog {
                 QWidget* parent = nullptr);
 
   QTabWidget* tabs() const { return tbsOptions_; }
+
+  // Adds the "Services" page over the [Services] section; OK then stores the values changed on
+  // it with save, after the other settings.
+  void AddServicesPage(settings::ServiceSettings current,
+                       std::function<void(const std::vector<settings::ServiceText>&)> save);
 
  public slots:
   void accept() override;  // cmdOK
@@ -61,6 +68,8 @@ class OptionsDialog : public QDialog {
   QLineEdit* XWeekPeriod_;
   QLineEdit* XQuantity_;
   QLineEdit* f2weekPeriod_;
+  // Services
+  ServicesPage* services_ = nullptr;
 };
 
 }  // namespace halvard::gui

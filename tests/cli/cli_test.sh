@@ -94,6 +94,24 @@ run --config "$scratch/other.ini" config set View Current 5
 run --config "$scratch/other.ini" config get View Current
 check "--config names the settings file" "5" "$out"
 
+# The [Services] section through the same three commands, with the same checks as --set; a file
+# that holds a key is for its owner alone.
+svc=(--config "$scratch/svc.ini")
+run "${svc[@]}" config set services provider "Chart, TIINGO"
+check "config set of a provider chain" "Services/Provider=chart,tiingo" "$out"
+run "${svc[@]}" config get Services Fundamentals
+check "config get of a default service value" "edgar" "$out"
+run "${svc[@]}" config set Services Provider "chart,nowhere"
+check "config set refuses an unknown provider" 2 "$rc"
+run "${svc[@]}" config set Services Contact "nobody"
+check "config set refuses a contact without an e-mail" 2 "$rc"
+check "a new settings file is private" "600" "$(stat -c %a "$scratch/svc.ini")"
+chmod 644 "$scratch/svc.ini"
+run "${svc[@]}" config set Services "Stooq Key" abc123
+check "config set of a key" "Services/Stooq Key=abc123" "$out"
+check "a settings file holding a key is tightened" "600" "$(stat -c %a "$scratch/svc.ini")"
+check "and the user is told" "halvard: warning: the settings file $scratch/svc.ini holds a service key and others could read it: it is now readable by you alone (mode 0600)" "$err"
+
 # A configured folder that does not exist: say so and how to go on.
 run config set Paths "Stock File Path" "$scratch/nowhere"
 run boxes AAL
@@ -288,7 +306,7 @@ printf '"Acme &amp; Sons","NYSE",1.5,2.5,3\r\n' >"$scratch/www/d/quotes.csv"
 printf '<b>Multex Abridged Business Summary</b><tr><td>Makes things.</td></tr>View Key Statistics Industry:<a href="/ic/1.html">Tools</a>' >"$scratch/www/q/pr"
 fund=(--config "$scratch/fund.ini" --stock-dir "$scratch/fund/data" --list-dir "$scratch/fund/lists"
   --set "Services/Quotes Host=127.0.0.1:$port" --set "Services/Profile Host=127.0.0.1:$port"
-  --set "Services/Pause=0")
+  --set "Services/Pause=0" --set "Services/Fundamentals=quotes")
 run "${fund[@]}" info AMD
 check "info before any download" $'Company\nExchange : N/A\nIndustry : N/A\nBusiness Summary : Not yet downloaded\nEPS Rank : 0\nRS Rank : 0' "$out"
 run "${fund[@]}" company-data
@@ -309,6 +327,39 @@ check "a list scan needs a list" 2 "$rc"
 run "${fund[@]}" eps-data
 line='"Acme &amp; Sons","NYSE",1.5,2.5,3~~'
 check "eps-data: each answer's first line, its CR kept" "$line"$'\n'"$line"$'\n'"$line" "$(tr '\r' '~' <"$scratch/fund/data/eps.dat")"
+
+# The same from the SEC's files, in the shapes the SEC publishes: AMD is listed with its
+# documents, A is listed without them. The SEC gives no estimates.
+mkdir -p "$scratch/www/files" "$scratch/www/submissions" "$scratch/www/api/xbrl/companyfacts" \
+  "$scratch/edgar/data" "$scratch/edgar/lists"
+for f in AMD.txt A.txt; do cp "$samples/data/$f" "$scratch/edgar/data/"; done
+printf '{"fields":["cik","name","ticker","exchange"],"data":[[2488,"ADVANCED MICRO DEVICES INC","AMD","Nasdaq"],[1090872,"AGILENT TECHNOLOGIES, INC.","A","NYSE"]]}' \
+  >"$scratch/www/files/company_tickers_exchange.json"
+printf '{"cik":"2488","name":"ADVANCED MICRO DEVICES INC","sicDescription":"Semiconductors & Related Devices","tickers":["AMD"],"exchanges":["Nasdaq"]}' \
+  >"$scratch/www/submissions/CIK0000002488.json"
+printf '{"cik":2488,"entityName":"ADVANCED MICRO DEVICES INC","facts":{"us-gaap":{"EarningsPerShareDiluted":{"units":{"USD/shares":[{"start":"2022-12-25","end":"2023-12-30","val":0.53,"form":"10-K","filed":"2024-01-31"}]}}}}}' \
+  >"$scratch/www/api/xbrl/companyfacts/CIK0000002488.json"
+edgar=(--config "$scratch/edgar.ini" --stock-dir "$scratch/edgar/data" --list-dir "$scratch/edgar/lists"
+  --set "Services/Edgar Host=127.0.0.1:$port" --set "Services/Edgar Data Host=127.0.0.1:$port")
+run "${edgar[@]}" company-data </dev/null
+check "edgar without a contact says how to set one" \
+  "halvard: error: the edgar service needs a contact for the SEC's User-Agent: set [Services] Contact to your name and e-mail (halvard config set Services Contact \"Jane Doe jane@example.com\")" \
+  "$(tail -n 1 <<<"$err")"
+"$halvard" --config "$scratch/edgar.ini" config set Services Contact "Jane Doe jane@example.com" >/dev/null
+run "${edgar[@]}" company-data
+check "edgar company-data exit status" 0 "$rc"
+check "edgar names the stock it had nothing for" 1 \
+  "$(grep -c "^halvard: nothing for A: http://127.0.0.1:$port/submissions/CIK0001090872.json: .*404" <<<"$err")"
+run "${edgar[@]}" info AMD
+check "info from the SEC's files" $'ADVANCED MICRO DEVICES INC\nExchange : Nasdaq\nIndustry : Semiconductors & Related Devices\nBusiness Summary : \nEPS Rank : 0\nRS Rank : 0' "$out"
+run "${edgar[@]}" eps-data
+check "eps-data from the SEC's files" '"AMD",0.53,,' "$(tr -d '\r' <"$scratch/edgar/data/eps.dat")"
+run "${edgar[@]}" scan increasing-eps
+check "the increasing-EPS scan needs estimates" \
+  "halvard: error: the increasing-EPS scan needs a source with estimates: no stock in the database has one (the edgar service gives none); set [Services] Fundamentals=summary and download the company data again" \
+  "$(tail -n 1 <<<"$err")"
+run "${edgar[@]}" screen --local --eps-min 0.5
+check "screen --local on the SEC's EPS" "AMD" "$out"
 
 kill "$server"
 
@@ -354,6 +405,9 @@ run "${scr[@]}" screen --local --price-min 9 --price-max 8
 check "screen: a minimum above the maximum is a usage error" 2 "$rc"
 run "${scr[@]}" screen --price-min 5
 check "screen without a service or --local is a usage error" 2 "$rc"
+check "screen without a service suggests --local" \
+  "halvard: usage error: screen needs a screener service, and none is set ([Services] Screener Host; no public service answers its query): use --local to screen the price files and the stock database" \
+  "$(head -n 1 <<<"$err")"
 
 printf 'Symbol,Name\r\n"XOM","Exxon Mobil"\r\nIBM,IBM\r\n' >"$scratch/scrwww/screen"
 sport=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')

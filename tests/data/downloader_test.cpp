@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "halvard/data/file_parser.h"
+#include "halvard/data/stored_price_text.h"
 #include "halvard/platform/date_text.h"
 #include "local_server.h"
 #include "test_support.h"
@@ -234,6 +235,52 @@ TEST(Downloader, AListGoesOnPastAFailedSymbol) {
   rig.Serve({{200, test::GenuineAnswer("table-goog-2011.csv")}});
   EXPECT_TRUE(rig.downloader.DownloadList(rig.stocks / "one.inc", kFrom, kTo, false, progress));
   EXPECT_EQ(rig.downloader.errorText(), "");
+}
+
+}  // namespace
+}  // namespace halvard::data
+
+namespace halvard::data {
+namespace {
+
+// With Provider=chart,tiingo the event log names the service of each symbol and the summary
+// counts them, in the order the services first served.
+TEST(Downloader, AProviderChainSaysWhichServiceServedEachSymbol) {
+  std::string days = "date,open,high,low,close,volume\n";
+  for (int d = 10; d < 22; ++d) days += "2024-01-" + std::to_string(d) + ",1,2,0.5,1.5,100\n";
+  std::string stamps, values;
+  for (int d = 0; d < 12; ++d) {
+    stamps += (d ? "," : "") + std::to_string(1704189600 + d * 86400);
+    values += (d ? "," : "") + std::string("1");
+  }
+  const std::string chart = R"({"chart":{"result":[{"timestamp":[)" + stamps +
+                            R"(],"indicators":{"quote":[{"open":[)" + values + R"(],"high":[)" +
+                            values + R"(],"low":[)" + values + R"(],"close":[)" + values +
+                            R"(],"volume":[)" + values + R"(]}]}}]}})";
+  test::LocalServer server;
+  server.Answer("/v8/finance/chart/GONE", {{404, "Not Found", "text/plain"}});
+  server.Answer("/tiingo/daily/GONE/prices", {{200, days}});
+  server.Answer("/v8/finance/chart/HERE", {{200, chart, "application/json"}});
+  settings::ServiceSettings s;
+  s.provider = "chart,tiingo";
+  s.chartHost = s.tiingoHost = server.base();
+  s.cookieHost = "";
+  s.tiingoToken = "KEY";
+  s.pauseMilliseconds = 0;
+  s.retries = 0;
+  const auto source = MakePriceSource(s);
+  test::TempDir stocks;
+  MemoryEventLog log;
+  Downloader downloader(stocks.path(), *source, log);
+  EXPECT_TRUE(downloader.DownloadSymbol("GONE", 45000, 45030, false));
+  EXPECT_TRUE(downloader.DownloadSymbol("HERE", 45000, 45030, false));
+  EXPECT_TRUE(downloader.DownloadSymbol("HERE", 45000, 45030, false));
+  EXPECT_EQ(log.entries(), (std::vector<MemoryEventLog::Entry>{
+                               {EventType::kInformation, "GONE served by tiingo"},
+                               {EventType::kInformation, "HERE served by chart"},
+                               {EventType::kInformation, "HERE served by chart"}}));
+  EXPECT_EQ(downloader.ServedSummary(), "served by tiingo 1, chart 2");
+  EXPECT_TRUE(LoadProblem(ReadText(stocks / "GONE.txt"), "GONE.txt") == std::nullopt);
 }
 
 }  // namespace

@@ -183,6 +183,113 @@ TEST(PriceSources, AChartAnswerWithSecondsBeyondTheDatesIsRefused) {
   }
 }
 
+// Since 2026 stooq asks for a key and answers a client without one with a proof-of-work page
+// of status 200; the failure says what to do about it.
+TEST(PriceSources, StooqTakesItsKeyAndNamesItsBrowserCheck) {
+  const std::string challenge =
+      "<!DOCTYPE html><html><head><title>stooq</title><script>/* proof of work */"
+      "function solve(seed,difficulty){}</script></head><body>Checking your browser..."
+      "</body></html>";
+  test::LocalServer server;
+  server.Answer("/q/d/l/",
+                {{200, challenge, "text/html"},
+                 {200, "Exceeded the daily hits limit", "text/html"},
+                 {200, "Date,Open,High,Low,Close,Volume\n2024-01-02,1,2,0.5,1.5,100\n"}});
+  settings::ServiceSettings s;
+  s.provider = "stooq";
+  s.stooqHost = server.base();
+  s.pauseMilliseconds = 0;
+  s.retries = 0;
+  const FetchResult keyless = MakePriceSource(s)->Fetch("AAPL", 45000, 45005);
+  EXPECT_EQ(keyless.failure,
+            "the stooq service asked for a browser check: set [Services] Stooq Key");
+  s.stooqKey = "k3y/+";
+  const auto keyed = MakePriceSource(s);
+  EXPECT_NE(keyed->Fetch("AAPL", 45000, 45005).failure.find("Exceeded the daily hits limit"),
+            std::string::npos);
+  EXPECT_TRUE(keyed->Fetch("AAPL", 45000, 45005).ok());
+  const auto targets = server.targets();
+  ASSERT_EQ(targets.size(), 3u);
+  EXPECT_EQ(targets[0].find("apikey"), std::string::npos);
+  EXPECT_TRUE(targets[2].ends_with("&i=d&apikey=k3y%2F%2B")) << targets[2];
+}
+
+// The cookie page hands out a cookie, the crumb request answers with the crumb for it, and the
+// request that asked for them is made again with both; the next symbol uses the same crumb.
+TEST(PriceSources, TheChartServiceGetsItsCookieAndCrumbWhenItAsksForThem) {
+  const std::string chart =
+      R"({"chart":{"result":[{"meta":{"gmtoffset":0},"timestamp":[1704189600],)"
+      R"("indicators":{"quote":[{"open":[1],"high":[2],"low":[0.5],"close":[1.5],)"
+      R"("volume":[100]}]}}],"error":null}})";
+  const std::string invalidCrumb =
+      R"({"finance":{"result":null,"error":{"code":"Unauthorized","description":"Invalid Crumb"}}})";
+  test::LocalServer server;
+  server.Answer("/", {{404, "Not Found", "text/html", {{"Set-Cookie", "A3=session1; Path=/"}}}});
+  server.Answer("/v1/test/getcrumb", {{200, "Xy/Z1.q", "text/plain"}});
+  server.Answer("/v8/finance/chart/A",
+                {{401, invalidCrumb, "application/json"}, {200, chart, "application/json"}});
+  server.Answer("/v8/finance/chart/B", {{200, chart, "application/json"}});
+  settings::ServiceSettings s;
+  s.chartHost = s.cookieHost = server.base();
+  s.pauseMilliseconds = 0;
+  s.retries = 0;
+  const auto source = MakePriceSource(s);
+  EXPECT_TRUE(source->Fetch("A", 45000, 45005).ok());
+  EXPECT_TRUE(source->Fetch("B", 45000, 45005).ok());
+  const auto targets = server.targets();
+  ASSERT_EQ(targets.size(), 5u);
+  EXPECT_EQ(targets[1], "/");
+  EXPECT_EQ(targets[2], "/v1/test/getcrumb");
+  EXPECT_TRUE(targets[3].ends_with("&interval=1d&crumb=Xy%2FZ1.q")) << targets[3];
+  EXPECT_TRUE(targets[4].starts_with("/v8/finance/chart/B?")) << targets[4];
+  EXPECT_TRUE(targets[4].ends_with("&crumb=Xy%2FZ1.q")) << targets[4];
+  const auto cookies = server.headers("Cookie");
+  EXPECT_EQ(cookies[2], "A3=session1");
+  EXPECT_EQ(cookies[3], "A3=session1");
+  EXPECT_NE(server.headers("User-Agent")[0].find("Mozilla/5.0"), std::string::npos);
+}
+
+TEST(PriceSources, AHandshakeThatGetsNoCrumbSaysSo) {
+  test::LocalServer server;
+  server.Answer("/v8/finance/chart/A",
+                {{401, R"({"finance":{"error":{"code":"Unauthorized"}}})", "application/json"}});
+  server.Answer("/v1/test/getcrumb", {{200, "<html>Consent</html>", "text/html"}});
+  settings::ServiceSettings s;
+  s.chartHost = server.base();
+  s.cookieHost = "";
+  s.pauseMilliseconds = 0;
+  s.retries = 0;
+  const FetchResult r = MakePriceSource(s)->Fetch("A", 45000, 45005);
+  EXPECT_NE(r.failure.find("the chart service asked for a session and the crumb request was "
+                           "answered with HTTP status 200"),
+            std::string::npos)
+      << r.failure;
+}
+
+// Provider=chart,tiingo: a symbol the first service has nothing for comes from the second; an
+// answer that would not be stored counts as nothing.
+TEST(PriceSources, AProviderChainTriesEachServiceInTurn) {
+  std::string days = "date,open,high,low,close,volume\n";
+  for (int d = 10; d < 22; ++d) days += "2024-01-" + std::to_string(d) + ",1,2,0.5,1.5,100\n";
+  test::LocalServer server;
+  server.Answer("/v8/finance/chart/X",
+                {{404, R"({"chart":{"result":null,"error":{"code":"Not Found"}}})"}});
+  server.Answer("/v8/finance/chart/Y",
+                {{200, R"({"chart":{"result":[{"meta":{},"indicators":{"quote":[{}]}}]}})"}});
+  server.Answer("/tiingo/daily/X/prices", {{200, days}});
+  server.Answer("/tiingo/daily/Y/prices", {{200, "date,open,high,low,close,volume\n"}});
+  const auto chain = SourceAt("chart,tiingo", server.base());
+  const FetchResult x = chain->Fetch("X", 45000, 45030);
+  EXPECT_TRUE(x.ok()) << x.failure;
+  EXPECT_EQ(x.servedBy, "tiingo");
+  const FetchResult y = chain->Fetch("Y", 45000, 45030);
+  EXPECT_FALSE(y.ok());
+  EXPECT_TRUE(
+      y.failure.starts_with("chart: an answer of 2 lines is too short to be price data; "
+                            "tiingo: an answer of 2 lines is too short"))
+      << y.failure;
+}
+
 TEST(PriceSources, StooqTickers) {
   const std::pair<const char*, const char*> cases[] = {{"AAPL", "aapl.us"}, {"BRK-B", "brk-b.us"},
                                                        {"^IXIC", "^ndq"},   {"^ixic", "^ndq"},

@@ -530,6 +530,30 @@ class MainFrmTest : public QObject {
     QVERIFY(dialogs.messages.empty());
   }
 
+  // The SEC asks for a contact: the first company-data run asks for it, refuses one without an
+  // e-mail, and keeps a good one in the settings file.
+  void companyDataFromTheSecAsksForAContactFirst() {
+    Workspace ws;
+    ws.writeSettings(QStringLiteral(
+        "[Services]\nEdgar Host=127.0.0.1:1\nEdgar Data Host=127.0.0.1:1\nRetries=0\n"));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    auto* company = w->findChild<QAction*>(QStringLiteral("downloadCompanyDataMnuItem"));
+    company->trigger();  // cancelled: nothing asked of the SEC, nothing stored
+    QCOMPARE(dialogs.prompts.size(), size_t{1});
+    QVERIFY(dialogs.prompts[0].startsWith(QStringLiteral("Contact / ")));
+    QVERIFY(!ws.settingsText().contains(QStringLiteral("Contact=")));
+    dialogs.answers = {QStringLiteral("nobody")};
+    company->trigger();
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QVERIFY(dialogs.messages[0].text.contains(QStringLiteral("Contact")));
+    dialogs.answers = {QStringLiteral("Jane Doe jane@example.com")};
+    company->trigger();
+    QVERIFY(ws.settingsText().contains(QStringLiteral("Contact=Jane Doe jane@example.com")));
+    company->trigger();  // asked once only
+    QCOMPARE(dialogs.prompts.size(), size_t{3});
+  }
+
   // While a scan runs the window keeps painting but takes no other command; Cancel stops it
   // between two stocks and nothing is offered for saving.
   void aCancelledScanSavesNothing() {

@@ -106,6 +106,52 @@ class OptionsDialogTest : public QObject {
     QCOMPARE(d->tabs()->currentIndex(), 1);
   }
 
+  // The Services page: one field a value, checked as the command line checks it; only what was
+  // changed is written, after the other settings.
+  void theServicesPageWritesOnlyWhatChanged() {
+    auto d = Open();
+    std::vector<settings::ServiceText> stored;
+    int storeCalls = 0;
+    settings::ServiceSettings current;
+    current.tiingoToken = "secret";
+    d->AddServicesPage(current, [&](const std::vector<settings::ServiceText>& changed) {
+      stored = changed;
+      ++storeCalls;
+    });
+    QCOMPARE(d->tabs()->tabText(d->tabs()->count() - 1), QStringLiteral("Services"));
+    auto* token = Control<QLineEdit>(*d, "Services/Tiingo Token");
+    QCOMPARE(token->text(), QStringLiteral("secret"));
+    QVERIFY(token->echoMode() != QLineEdit::Normal);  // a key is not shown over a shoulder
+    QCOMPARE(Control<QLineEdit>(*d, "Services/Fundamentals")->text(), QStringLiteral("edgar"));
+    Control<QLineEdit>(*d, "Services/Provider")->setText(" Chart, Tiingo ");
+    Control<QLineEdit>(*d, "Services/Contact")->setText("Jane Doe jane@example.com");
+    Control<QPushButton>(*d, "cmdOK")->click();
+    QCOMPARE(saves_, 1);
+    QCOMPARE(storeCalls, 1);
+    QCOMPARE(stored.size(), size_t{2});
+    QCOMPARE(stored[0].name, std::string("Provider"));
+    QCOMPARE(stored[0].text, std::string("chart,tiingo"));
+    QCOMPARE(stored[1].name, std::string("Contact"));
+  }
+
+  void aServiceValueThatDoesNotConvertStopsOkAndChangesNothing() {
+    const auto before = SettingLines(config_);
+    auto d = Open();
+    d->show();
+    int storeCalls = 0;
+    d->AddServicesPage({}, [&](const std::vector<settings::ServiceText>&) { ++storeCalls; });
+    Control<QLineEdit>(*d, "slLimit")->setText("0.5");
+    Control<QLineEdit>(*d, "Services/Timeout")->setText("0");
+    Control<QPushButton>(*d, "cmdOK")->click();
+    QVERIFY(d->isVisible());
+    QCOMPARE(saves_, 0);
+    QCOMPARE(storeCalls, 0);
+    QVERIFY(SettingLines(config_) == before);
+    QCOMPARE(dialogs_.messages.size(), size_t{1});
+    QVERIFY(dialogs_.messages[0].text.contains(QStringLiteral("Timeout")));
+    QCOMPARE(d->tabs()->currentIndex(), 3);
+  }
+
   void folderPickersFillTheirFieldUnlessCancelled() {
     auto d = Open();
     dialogs_.folderAnswer = "/picked";

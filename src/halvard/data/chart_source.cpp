@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "halvard/data/crumb_session.h"
 #include "halvard/data/price_answer.h"
 #include "halvard/data/price_sources.h"
 #include "halvard/data/symbol_name.h"
@@ -52,14 +53,15 @@ const json* FirstOf(const json& object, const char* key) {
 
 class ChartSource : public PriceSource {
  public:
-  ChartSource(std::string host, std::unique_ptr<platform::HttpClient> client)
-      : base_(BaseUrl(host)), client_(std::move(client)) {}
+  ChartSource(std::string host, std::string cookieHost,
+              std::unique_ptr<platform::HttpClient> client)
+      : session_(std::move(host), std::move(cookieHost), std::move(client)) {}
 
   FetchResult Fetch(const std::string& symbol, double startDate, double endDate) override {
-    const std::string url = base_ + "/v8/finance/chart/" + AddressPart(symbol) +
+    const std::string url = session_.base() + "/v8/finance/chart/" + AddressPart(symbol) +
                             "?period1=" + std::to_string(UnixSeconds(startDate)) +
                             "&period2=" + std::to_string(UnixSeconds(endDate + 1)) + "&interval=1d";
-    const platform::HttpResponse response = client_->Get(url);
+    const platform::HttpResponse response = session_.Get(url);
     if (std::string refusal = RefusalOf(response); !refusal.empty()) {
       return Refused(response, std::move(refusal));
     }
@@ -123,15 +125,15 @@ class ChartSource : public PriceSource {
     return {StoredBody(std::move(rows)), ""};
   }
 
-  std::string base_;
-  std::unique_ptr<platform::HttpClient> client_;
+  CrumbSession session_;
 };
 
 }  // namespace
 
 std::unique_ptr<PriceSource> MakeChartSource(std::string host,
-                                             std::unique_ptr<platform::HttpClient> client) {
-  return std::make_unique<ChartSource>(std::move(host), std::move(client));
+                                             std::unique_ptr<platform::HttpClient> client,
+                                             std::string cookieHost) {
+  return std::make_unique<ChartSource>(std::move(host), std::move(cookieHost), std::move(client));
 }
 
 }  // namespace halvard::data

@@ -79,13 +79,22 @@ std::string CompactDate(double serial) {
 class CsvSource : public PriceSource {
  public:
   using Address = std::function<std::string(const std::string&, double, double)>;
-  CsvSource(Address address, std::string adjustedName, std::unique_ptr<platform::HttpClient> client)
+  // A service's own refusals, named before the general ones: empty when it is none of them.
+  using OwnRefusal = std::function<std::string(const platform::HttpResponse&)>;
+  CsvSource(Address address, std::string adjustedName, std::unique_ptr<platform::HttpClient> client,
+            OwnRefusal ownRefusal = {})
       : address_(std::move(address)),
         adjustedName_(std::move(adjustedName)),
-        client_(std::move(client)) {}
+        client_(std::move(client)),
+        ownRefusal_(std::move(ownRefusal)) {}
 
   FetchResult Fetch(const std::string& symbol, double startDate, double endDate) override {
     const platform::HttpResponse response = client_->Get(address_(symbol, startDate, endDate));
+    if (ownRefusal_ && response.answered()) {
+      if (std::string refusal = ownRefusal_(response); !refusal.empty()) {
+        return Refused(response, std::move(refusal));
+      }
+    }
     if (std::string refusal = RefusalOf(response); !refusal.empty()) {
       return Refused(response, std::move(refusal));
     }
@@ -96,7 +105,22 @@ class CsvSource : public PriceSource {
   Address address_;
   std::string adjustedName_;
   std::unique_ptr<platform::HttpClient> client_;
+  OwnRefusal ownRefusal_;
 };
+
+// Since 2026 stooq answers a client without a valid key with an HTML page (status 200) that
+// makes a browser solve a proof-of-work puzzle, and a key past its daily quota with a line of
+// text; neither is price data, and the user can only act on the first by setting a key.
+std::string StooqRefusal(const platform::HttpResponse& response) {
+  if (response.body.find("Exceeded the daily hits limit") != std::string::npos) {
+    return "the stooq service says the key's daily limit is used up (\"Exceeded the daily hits "
+           "limit\")";
+  }
+  if (IsHtml(response.body)) {
+    return "the stooq service asked for a browser check: set [Services] Stooq Key";
+  }
+  return "";
+}
 
 std::string Lower(std::string text) {
   for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
@@ -117,12 +141,13 @@ std::string StooqTicker(const std::string& symbol) {
 }
 
 std::unique_ptr<PriceSource> MakeStooqSource(std::string host,
-                                             std::unique_ptr<platform::HttpClient> client) {
-  auto address = [base = BaseUrl(host)](const std::string& symbol, double from, double to) {
+                                             std::unique_ptr<platform::HttpClient> client,
+                                             std::string key) {
+  auto address = [base = BaseUrl(host), key](const std::string& symbol, double from, double to) {
     return base + "/q/d/l/?s=" + AddressPart(StooqTicker(symbol)) + "&d1=" + CompactDate(from) +
-           "&d2=" + CompactDate(to) + "&i=d";
+           "&d2=" + CompactDate(to) + "&i=d" + (key.empty() ? "" : "&apikey=" + AddressPart(key));
   };
-  return std::make_unique<CsvSource>(address, "Adj Close", std::move(client));
+  return std::make_unique<CsvSource>(address, "Adj Close", std::move(client), StooqRefusal);
 }
 
 std::unique_ptr<PriceSource> MakeTiingoSource(std::string host, std::string token,

@@ -1,5 +1,6 @@
 #include "halvard/data/downloader.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "halvard/data/stored_price_text.h"
@@ -27,6 +28,16 @@ size_t PieceCount(std::string_view body) {
 }
 
 }  // namespace
+
+std::string StoredAnswerProblem(std::string_view body, const std::string& symbol) {
+  if (const size_t pieces = PieceCount(body); pieces < kLeastAnswerPieces) {
+    return "an answer of " + std::to_string(pieces) + " lines is too short to be price data";
+  }
+  const StoredPriceText stored = ToStoredForm(body, KeepLines::kPriceLines);
+  if (stored.dayLines == 0) return "no day line of six comma-separated fields";
+  if (const auto refused = LoadProblem(stored.text, symbol + ".txt")) return refused->what();
+  return "";
+}
 
 Downloader::Downloader(fs::path stockFolder, PriceSource& source, platform::EventLog& log,
                        Notice notice)
@@ -73,6 +84,16 @@ bool Downloader::DownloadSymbol(const std::string& symbol, double startDate, dou
   } catch (const Error& e) {
     return FailLogged(symbol, e.what());
   }
+  if (!fetched.servedBy.empty()) {
+    log_.Write(EventType::kInformation, symbol + " served by " + fetched.servedBy);
+    const auto counted = std::find_if(served_.begin(), served_.end(),
+                                      [&](const auto& s) { return s.first == fetched.servedBy; });
+    if (counted != served_.end()) {
+      ++counted->second;
+    } else {
+      served_.emplace_back(fetched.servedBy, 1);
+    }
+  }
   if (stored.trimmed()) {
     const std::string notice = symbol + ": " + KeptDaysText(stored);
     log_.Write(EventType::kInformation, notice);
@@ -100,6 +121,14 @@ bool Downloader::EachSymbol(const std::vector<std::string>& symbols, double star
 bool Downloader::DownloadSymbols(const std::vector<std::string>& symbols, double startDate,
                                  double endDate, bool skipExisting, platform::Progress& progress) {
   return EachSymbol(symbols, startDate, endDate, skipExisting, progress, [](const std::string&) {});
+}
+
+std::string Downloader::ServedSummary() const {
+  std::string summary;
+  for (const auto& [service, count] : served_) {
+    summary += (summary.empty() ? "served by " : ", ") + service + " " + std::to_string(count);
+  }
+  return summary;
 }
 
 bool Downloader::DownloadList(const fs::path& listPath, double startDate, double endDate,

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "halvard/data/price_sources.h"
@@ -48,6 +49,11 @@ class Downloader {
   // The failures of the last DownloadList.
   const std::string& errorText() const { return errorText_; }
 
+  // With a provider chain: how many symbols each service served since this downloader was made,
+  // "served by chart 12, tiingo 3" (services in the order they first served); empty otherwise.
+  // Each symbol's service is also written to the event log ("AAPL served by chart").
+  std::string ServedSummary() const;
+
  private:
   std::filesystem::path stockFolder_;
   PriceSource& source_;
@@ -61,7 +67,12 @@ class Downloader {
   platform::EventLog& log_;
   Notice notice_;
   std::string errorText_;
+  std::vector<std::pair<std::string, int>> served_;
 };
+
+// Why an answer would not be stored as the symbol's price file (too short, no day line, a stored
+// form that does not load), or empty when it would be: the test DownloadSymbol applies.
+std::string StoredAnswerProblem(std::string_view body, const std::string& symbol);
 
 // The least number of LF-separated pieces of an answer that holds price data: the header, ten
 // days and what follows the last line end.

@@ -58,13 +58,13 @@ std::string JsonErrorMessage(std::string_view body) {
   return "";
 }
 
+}  // namespace
+
 bool IsHtml(std::string_view body) {
   body = SkipBlanks(body);
   if (body.starts_with("\xEF\xBB\xBF")) body.remove_prefix(3);  // a UTF-8 byte order mark
   return SkipBlanks(body).starts_with('<');
 }
-
-}  // namespace
 
 std::string BaseUrl(std::string_view host) {
   std::string base(platform::TrimSpaces(host));

@@ -18,6 +18,9 @@ std::string BaseUrl(std::string_view host);
 // The reason quotes the start of the body so the event log shows what the service said.
 std::string RefusalOf(const platform::HttpResponse& response);
 
+// Whether a body is an HTML page (blanks and a byte order mark before its first "<" allowed).
+bool IsHtml(std::string_view body);
+
 // The same wording for an answer whose content is not the expected CSV or JSON.
 std::string WrongShape(std::string_view what, std::string_view body);
 

@@ -1,15 +1,12 @@
 #include "halvard/data/price_sources.h"
 
+#include "halvard/data/crumb_session.h"
 #include "halvard/error.h"
 #include "halvard/platform/paced_http_client.h"
 
 namespace halvard::data {
 namespace {
 
-// The chart service turns away clients that do not look like a browser.
-constexpr const char* kBrowserAgent =
-    "Mozilla/5.0 (X11; Linux x86_64) AppleWebKit/537.36 (KHTML, like Gecko) "
-    "Chrome/124.0 Safari/537.36";
 constexpr const char* kOwnAgent = "halvard600/0.1";
 
 std::chrono::milliseconds Milliseconds(double seconds) {
@@ -27,8 +24,10 @@ FetchResult Refused(const platform::HttpResponse& response, std::string why) {
 
 std::unique_ptr<platform::HttpClient> MakeServiceClient(const settings::ServiceSettings& services,
                                                         const char* userAgent, bool pace,
-                                                        const platform::RequestHooks& hooks) {
+                                                        const platform::RequestHooks& hooks,
+                                                        bool keepCookies) {
   platform::HttpOptions options;
+  options.keepCookies = keepCookies;
   options.timeout = Milliseconds(services.timeoutSeconds);
   options.userAgent = userAgent;
   options.maxBodyBytes = static_cast<size_t>(services.answerLimitMegabytes) << 20;
@@ -41,21 +40,24 @@ std::unique_ptr<platform::HttpClient> MakeServiceClient(const settings::ServiceS
       std::chrono::milliseconds(pace ? services.pauseMilliseconds : 0), retry, hooks);
 }
 
-std::unique_ptr<PriceSource> MakePriceSource(const settings::ServiceSettings& s,
-                                             const platform::RequestHooks& hooks) {
-  const auto Client = [&](const char* userAgent, bool pace) {
-    return MakeServiceClient(s, userAgent, pace, hooks);
+namespace {
+
+std::unique_ptr<PriceSource> MakeOneSource(const settings::ServiceSettings& s,
+                                           const std::string& provider,
+                                           const platform::RequestHooks& hooks) {
+  const auto Client = [&](const char* userAgent, bool pace, bool keepCookies = false) {
+    return MakeServiceClient(s, userAgent, pace, hooks, keepCookies);
   };
-  if (s.provider == "table") {
+  if (provider == "table") {
     return std::make_unique<TableSource>(s.tableHost, Client(kOwnAgent, false));
   }
-  if (s.provider == "chart") {
-    return MakeChartSource(s.chartHost, Client(kBrowserAgent, true));
+  if (provider == "chart") {
+    return MakeChartSource(s.chartHost, Client(kBrowserAgent, true, true), s.cookieHost);
   }
-  if (s.provider == "stooq") {
-    return MakeStooqSource(s.stooqHost, Client(kOwnAgent, true));
+  if (provider == "stooq") {
+    return MakeStooqSource(s.stooqHost, Client(kOwnAgent, true), s.stooqKey);
   }
-  if (s.provider == "tiingo") {
+  if (provider == "tiingo") {
     if (s.tiingoToken.empty()) {
       throw Error(
           "the tiingo service needs a key: set [Services] Tiingo Token (a free account "
@@ -63,7 +65,20 @@ std::unique_ptr<PriceSource> MakePriceSource(const settings::ServiceSettings& s,
     }
     return MakeTiingoSource(s.tiingoHost, s.tiingoToken, Client(kOwnAgent, true));
   }
-  throw Error("no price service named \"" + s.provider + "\" (table, chart, stooq or tiingo)");
+  throw Error("no price service named \"" + provider + "\" (table, chart, stooq or tiingo)");
+}
+
+}  // namespace
+
+std::unique_ptr<PriceSource> MakePriceSource(const settings::ServiceSettings& s,
+                                             const platform::RequestHooks& hooks) {
+  const std::vector<std::string> chain = settings::ProviderChain(s);
+  if (chain.size() == 1) return MakeOneSource(s, chain.front(), hooks);
+  std::vector<NamedSource> sources;
+  for (const std::string& provider : chain) {
+    sources.push_back({provider, MakeOneSource(s, provider, hooks)});
+  }
+  return MakeChainSource(std::move(sources));
 }
 
 }  // namespace halvard::data

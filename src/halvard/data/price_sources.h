@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "halvard/platform/http_client.h"
 #include "halvard/platform/paced_http_client.h"
@@ -18,6 +19,8 @@ struct FetchResult {
   std::string body;
   std::string failure;     // empty when body holds the answer
   bool cancelled = false;  // no answer because the user asked to stop
+  // The service that gave the answer, when a chain chose among several.
+  std::string servedBy = {};
   bool ok() const { return failure.empty(); }
 };
 
@@ -49,12 +52,26 @@ class TableSource : public PriceSource {
   std::unique_ptr<platform::HttpClient> client_;
 };
 
-// The chart service of the same provider: JSON with timestamps and quote arrays.
+// The chart service of the same provider: JSON with timestamps and quote arrays, through the
+// cookie-and-crumb handshake (CrumbSession) when it asks for one. The client keeps cookies.
 std::unique_ptr<PriceSource> MakeChartSource(std::string host,
-                                             std::unique_ptr<platform::HttpClient> client);
-// A free CSV service with its own tickers (see StooqTicker).
+                                             std::unique_ptr<platform::HttpClient> client,
+                                             std::string cookieHost = "");
+// A CSV service with its own tickers (see StooqTicker); the key goes with every request as
+// apikey when one is set. Without a valid key it answers with a browser-check page (status 200),
+// which is named as such in the failure.
 std::unique_ptr<PriceSource> MakeStooqSource(std::string host,
-                                             std::unique_ptr<platform::HttpClient> client);
+                                             std::unique_ptr<platform::HttpClient> client,
+                                             std::string key = "");
+
+// Tries each source in turn until one gives an answer that would be stored (see
+// StoredAnswerProblem); the result's servedBy names it. When none does, the failure names each
+// with its reason ("chart: ...; tiingo: ...").
+struct NamedSource {
+  std::string name;
+  std::unique_ptr<PriceSource> source;
+};
+std::unique_ptr<PriceSource> MakeChainSource(std::vector<NamedSource> sources);
 // A keyed CSV service; the token goes with every request.
 std::unique_ptr<PriceSource> MakeTiingoSource(std::string host, std::string token,
                                               std::unique_ptr<platform::HttpClient> client);
@@ -63,10 +80,11 @@ std::unique_ptr<PriceSource> MakeTiingoSource(std::string host, std::string toke
 // and retries, and with pace the pause between two requests.
 std::unique_ptr<platform::HttpClient> MakeServiceClient(const settings::ServiceSettings& services,
                                                         const char* userAgent, bool pace,
-                                                        const platform::RequestHooks& hooks);
+                                                        const platform::RequestHooks& hooks,
+                                                        bool keepCookies = false);
 
-// The source the [Services] section chooses over MakeServiceClient; every service but the
-// historical-quotes one gets the pause.
+// The source the [Services] section chooses over MakeServiceClient (a chain when Provider names
+// several); every service but the historical-quotes one gets the pause.
 std::unique_ptr<PriceSource> MakePriceSource(const settings::ServiceSettings& services,
                                              const platform::RequestHooks& hooks = {});
 

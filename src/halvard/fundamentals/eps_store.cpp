@@ -71,16 +71,28 @@ bool EPSStore::CheckExists(const std::string& key) const {
                      [&](const Record& r) { return platform::EqualsIgnoreCase(r.key, key); });
 }
 
+std::optional<std::string> FetchQuotesEPSLine(platform::HttpClient& http,
+                                              const std::string& quotesHost,
+                                              const std::string& symbol) {
+  const auto body = FetchServiceBody(&http, quotesHost,
+                                     "/d/quotes.csv?s=" + data::AddressPart(symbol) + "&f=see7e8");
+  if (!body) return std::nullopt;
+  // The first line as the service sent it, with any CR it left at its end.
+  return body->substr(0, body->find('\n'));
+}
+
 void EPSStore::downloadEPS(platform::HttpClient& http, const std::string& quotesHost,
                            const std::string& symbol, bool& success) {
   success = false;
-  const auto body = FetchServiceBody(&http, quotesHost,
-                                     "/d/quotes.csv?s=" + data::AddressPart(symbol) + "&f=see7e8");
-  if (!body) return;
-  // The first line as the service sent it, with any CR it left at its end.
-  Remove(symbol);
-  records_.push_back({symbol, body->substr(0, body->find('\n'))});
+  auto line = FetchQuotesEPSLine(http, quotesHost, symbol);
+  if (!line) return;
+  SetLine(symbol, std::move(*line));
   success = true;
+}
+
+void EPSStore::SetLine(const std::string& symbol, std::string line) {
+  Remove(symbol);
+  records_.push_back({symbol, std::move(line)});
 }
 
 void EPSStore::Remove(const std::string& key) {

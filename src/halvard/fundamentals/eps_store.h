@@ -4,12 +4,19 @@
 // sent it; the key of a line read back is its text before the first comma, exactly as written.
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "halvard/platform/http_client.h"
 
 namespace halvard::fundamentals {
+
+// The first line of the quotes line's answer for the EPS fields (with any CR the service left),
+// or nothing when no answer came.
+std::optional<std::string> FetchQuotesEPSLine(platform::HttpClient& http,
+                                              const std::string& quotesHost,
+                                              const std::string& symbol);
 
 class EPSStore {
  public:
@@ -22,6 +29,8 @@ class EPSStore {
   void SetEPS(const std::string& symbol, double eps);
   // EPS = the second field of the symbol's record; unchanged when there is none.
   void GetEPS(const std::string& symbol, double& eps) const;
+  // Stores the line as the symbol's record at the end, replacing any earlier one.
+  void SetLine(const std::string& symbol, std::string line);
   // Keys compare without regard to case.
   bool CheckExists(const std::string& key) const;
 

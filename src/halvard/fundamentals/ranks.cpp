@@ -95,4 +95,10 @@ void StockDataStore::AppendSymbols(const std::string& query, int16_t percentage,
   for (const SqlRow& row : db_.Query(query, threshold)) result += row.front().asText() + "\r\n";
 }
 
+bool StockDataStore::LacksEstimates() {
+  const auto rows = db_.Query("Select count(*), count(YearEPSEstimate) from Stocks");
+  return !rows.empty() && rows.front().size() == 2 && rows.front()[0].asNumber() > 0 &&
+         rows.front()[1].asNumber() == 0;
+}
+
 }  // namespace halvard::fundamentals

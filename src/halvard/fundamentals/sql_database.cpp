@@ -134,6 +134,8 @@ void SqlDatabase::Bind(sqlite3_stmt* statement, const SqlValues& values, const s
             return sqlite3_bind_double(statement, at, v);
           else if constexpr (std::is_same_v<T, int64_t>)
             return sqlite3_bind_int64(statement, at, v);
+          else if constexpr (std::is_same_v<T, std::monostate>)
+            return sqlite3_bind_null(statement, at);
           else
             return sqlite3_bind_text(statement, at, v.data(), static_cast<int>(v.size()),
                                      SQLITE_TRANSIENT);

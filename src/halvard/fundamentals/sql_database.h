@@ -32,8 +32,8 @@ struct SqlField {
 };
 using SqlRow = std::vector<SqlField>;
 
-// A value bound to one "?" of a statement, in order.
-using SqlValue = std::variant<double, int64_t, std::string>;
+// A value bound to one "?" of a statement, in order; std::monostate binds Null.
+using SqlValue = std::variant<double, int64_t, std::string, std::monostate>;
 using SqlValues = std::vector<SqlValue>;
 
 class SqlDatabase {

@@ -76,6 +76,23 @@ void StockDataStore::SetStockData(const std::string& symbol, const std::string& 
                                   double rsRank, double epsRank, const std::string& industry,
                                   const std::string& exchange, const std::string& name, double eps,
                                   double yearEstimate, double nextYearEstimate) {
+  SetStockData(symbol, description, rsRank, epsRank, industry, exchange, name,
+               std::optional<double>(eps), std::optional<double>(yearEstimate),
+               std::optional<double>(nextYearEstimate));
+}
+
+void StockDataStore::SetStockData(const std::string& symbol, const std::string& description,
+                                  double rsRank, double epsRank, const std::string& industry,
+                                  const std::string& exchange, const std::string& name,
+                                  std::optional<double> epsGiven, std::optional<double> yearGiven,
+                                  std::optional<double> nextYearGiven) {
+  const auto figure = [](std::optional<double> value) -> SqlValue {
+    if (value) return *value;
+    return std::monostate{};
+  };
+  const SqlValue eps = figure(epsGiven);
+  const SqlValue yearEstimate = figure(yearGiven);
+  const SqlValue nextYearEstimate = figure(nextYearGiven);
   // SQLite refuses a table prefix on the columns of a SET clause.
   const int updated = db_.Execute(
       std::string("UPDATE Stocks SET Description = ?, EPSRank = ?, RSRank = ?, EPS = ?, "

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "halvard/fundamentals/sql_database.h"
@@ -50,6 +51,12 @@ class StockDataStore {
                     double epsRank, const std::string& industry, const std::string& exchange,
                     const std::string& name, double eps, double yearEstimate,
                     double nextYearEstimate);
+  // The same for a source that may not have every figure: a missing one is stored as Null, so
+  // the ranks and scans pass the stock over instead of reading a figure nobody gave.
+  void SetStockData(const std::string& symbol, const std::string& description, double rsRank,
+                    double epsRank, const std::string& industry, const std::string& exchange,
+                    const std::string& name, std::optional<double> eps,
+                    std::optional<double> yearEstimate, std::optional<double> nextYearEstimate);
   void SetSummary(const std::string& symbol, const std::string& description);
   void SetIndustry(const std::string& symbol, const std::string& industry);
   void SetExchange(const std::string& symbol, const std::string& exchange);  // always fails
@@ -68,6 +75,9 @@ class StockDataStore {
   void RSRankScan(int16_t percentage, std::string& result);
   void IncreasingRSScan(std::string& result, int16_t percentage);
   void IncreasingEPSScan(std::string& result, int16_t percentage);
+  // Whether the table has stocks but none with an EPS estimate: their company data came from a
+  // source without estimates, and the increasing-EPS scan has nothing to compare.
+  bool LacksEstimates();
 
   // Company data over the services set by UseServices.
   void UseServices(CompanyServices services) { services_ = std::move(services); }

@@ -166,7 +166,7 @@ std::optional<std::string> ReadFileIfExists(const fs::path& path) {
   return ReadWholeFile(*resolved);
 }
 
-void WriteFileAtomically(const fs::path& path, std::string_view content) {
+void WriteFileAtomically(const fs::path& path, std::string_view content, NewFileMode newFile) {
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
   RemoveStaleTemporaries(folder);
   std::string name = ".";  // hidden, beside the file, so the rename stays on one file system
@@ -181,6 +181,8 @@ void WriteFileAtomically(const fs::path& path, std::string_view content) {
   mode_t mode = 0;
   if (::stat(path.c_str(), &st) == 0) {
     mode = st.st_mode & 07777;
+  } else if (newFile == NewFileMode::kPrivate) {
+    mode = 0600;
   } else {
     const mode_t mask = ::umask(0);
     ::umask(mask);
@@ -193,6 +195,15 @@ void WriteFileAtomically(const fs::path& path, std::string_view content) {
     ::unlink(temp.c_str());
     throw Error(Describe(path, "cannot write", error));
   }
+}
+
+bool RestrictToOwner(const fs::path& path) {
+  struct stat st;
+  if (::stat(path.c_str(), &st) != 0 || (st.st_mode & 077) == 0) return false;
+  if (::chmod(path.c_str(), st.st_mode & 07700) != 0) {
+    throw Error(Describe(path, "cannot make private", errno));
+  }
+  return true;
 }
 
 }  // namespace halvard::platform

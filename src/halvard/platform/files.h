@@ -32,7 +32,15 @@ std::optional<std::string> ReadFileIfExists(const std::filesystem::path& path);
 // temporary file is removed on every failure. Temporary files of this form that an interrupted
 // write left in the folder are removed once they are an hour old. Throws halvard::Error naming
 // the file on failure.
-void WriteFileAtomically(const std::filesystem::path& path, std::string_view content);
+// A file that does not exist yet is created readable by all (less the umask), or with kPrivate
+// by its owner alone; an existing file keeps its mode.
+enum class NewFileMode { kShared, kPrivate };
+void WriteFileAtomically(const std::filesystem::path& path, std::string_view content,
+                         NewFileMode newFile = NewFileMode::kShared);
+
+// Takes away every right of group and others on an existing file; true when there was one to
+// take. A missing file, or one already private, is left alone.
+bool RestrictToOwner(const std::filesystem::path& path);
 
 bool EqualsIgnoreCase(std::string_view a, std::string_view b);
 

@@ -105,9 +105,24 @@ std::string StatusText(long status) {
   return text;
 }
 
+struct CurlHttpClient::Cookies {
+  Cookies() : share(curl_share_init()) {
+    if (share != nullptr) curl_share_setopt(share, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
+  }
+  ~Cookies() {
+    if (share != nullptr) curl_share_cleanup(share);
+  }
+  Cookies(const Cookies&) = delete;
+  Cookies& operator=(const Cookies&) = delete;
+  CURLSH* share;
+};
+
 CurlHttpClient::CurlHttpClient(HttpOptions options) : options_(std::move(options)) {
   InitCurlOnce();
+  if (options_.keepCookies) cookies_ = std::make_unique<Cookies>();
 }
+
+CurlHttpClient::~CurlHttpClient() = default;
 
 HttpResponse CurlHttpClient::Get(const std::string& url) {
   HttpResponse response;
@@ -131,6 +146,10 @@ HttpResponse CurlHttpClient::Get(const std::string& url) {
   curl_easy_setopt(c, CURLOPT_ACCEPT_ENCODING, "");  // whatever compression curl can undo
   curl_easy_setopt(c, CURLOPT_USERAGENT, options_.userAgent.c_str());
   curl_easy_setopt(c, CURLOPT_ERRORBUFFER, error);
+  if (cookies_ && cookies_->share != nullptr) {
+    curl_easy_setopt(c, CURLOPT_COOKIEFILE, "");  // the cookie engine on, no file read
+    curl_easy_setopt(c, CURLOPT_SHARE, cookies_->share);
+  }
   BodySink sink{response.body, options_.maxBodyBytes};
   curl_easy_setopt(c, CURLOPT_WRITEFUNCTION, AppendBody);
   curl_easy_setopt(c, CURLOPT_WRITEDATA, &sink);

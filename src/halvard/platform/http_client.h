@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -40,6 +41,9 @@ struct HttpOptions {
   size_t maxBodyBytes = size_t{32} << 20;
   // Asked at least once a second while a request runs; true stops it (Ctrl-C, Cancel).
   std::function<bool()> cancelled = {};
+  // Keep the cookies the answers set and send them back with the later requests of this client,
+  // as a browser would (a service that hands out a session cookie needs it).
+  bool keepCookies = false;
 };
 
 // Over libcurl: http and https only, for the first request and every redirect; at most ten
@@ -47,10 +51,16 @@ struct HttpOptions {
 class CurlHttpClient : public HttpClient {
  public:
   explicit CurlHttpClient(HttpOptions options = {});
+  ~CurlHttpClient() override;
+  CurlHttpClient(const CurlHttpClient&) = delete;
+  CurlHttpClient& operator=(const CurlHttpClient&) = delete;
   HttpResponse Get(const std::string& url) override;
 
  private:
+  struct Cookies;  // the cookie store shared by this client's transfers
+
   HttpOptions options_;
+  std::unique_ptr<Cookies> cookies_;
 };
 
 }  // namespace halvard::platform

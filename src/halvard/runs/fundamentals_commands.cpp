@@ -25,10 +25,10 @@ bool ForEachPriceFile(const Session& s, platform::Progress& progress, const std:
 
 }  // namespace
 
-void DownloadCompanyData(Session& s, const fundamentals::CompanyServices& services,
-                         platform::Progress& progress) {
+std::vector<std::string> DownloadCompanyData(Session& s, fundamentals::FundamentalsSource& source,
+                                             platform::Progress& progress) {
   fundamentals::StockDataStore& db = s.stockDb();
-  db.UseServices(services);
+  std::vector<std::string> missed;
   ForEachPriceFile(s, progress, "Downloading Company Data for ",
                    [&](const std::string&, const std::string& symbol) {
                      std::string description, industry, exchange, name;
@@ -36,22 +36,41 @@ void DownloadCompanyData(Session& s, const fundamentals::CompanyServices& servic
                      db.GetStockData(symbol, description, epsRank, rsRank, industry, exchange,
                                      name);
                      // A stock with a name was fetched before; a second run only adds new ones.
-                     if (name.empty()) db.getDataForStock(symbol);
+                     if (!name.empty()) return;
+                     const std::string why = source.StoreCompanyData(db, symbol);
+                     if (!why.empty()) missed.push_back(symbol + ": " + why);
                    });
+  return missed;
+}
+
+void DownloadCompanyData(Session& s, const fundamentals::CompanyServices& services,
+                         platform::Progress& progress) {
+  DownloadCompanyData(s, *fundamentals::MakeQuotesSource(services), progress);
+}
+
+std::vector<std::string> DownloadEPSData(Session& s, fundamentals::FundamentalsSource& source,
+                                         platform::Progress& progress) {
+  fundamentals::EPSStore& store = s.epsStore();
+  int successes = 0;
+  std::vector<std::string> missed;
+  ForEachPriceFile(s, progress, "Downloading EPS Data for ",
+                   [&](const std::string&, const std::string& symbol) {
+                     std::string why;
+                     if (auto line = source.EPSLine(symbol, why)) {
+                       store.SetLine(symbol, std::move(*line));
+                       ++successes;
+                     } else {
+                       missed.push_back(symbol + ": " + why);
+                     }
+                     if (successes % 10 == 0) store.WriteEPSData();
+                   });
+  store.WriteEPSData();
+  return missed;
 }
 
 void DownloadEPSData(Session& s, platform::HttpClient& http, const std::string& quotesHost,
                      platform::Progress& progress) {
-  fundamentals::EPSStore& store = s.epsStore();
-  int successes = 0;
-  ForEachPriceFile(s, progress, "Downloading EPS Data for ",
-                   [&](const std::string&, const std::string& symbol) {
-                     bool success = false;
-                     store.downloadEPS(http, quotesHost, symbol, success);
-                     if (success) ++successes;
-                     if (successes % 10 == 0) store.WriteEPSData();
-                   });
-  store.WriteEPSData();
+  DownloadEPSData(s, *fundamentals::MakeQuotesSource({&http, quotesHost, ""}), progress);
 }
 
 std::vector<std::string> ComputeRSRankCommand(Session& s, platform::Progress& progress) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "halvard/fundamentals/fundamentals_source.h"
 #include "halvard/fundamentals/stock_data_store.h"
 #include "halvard/platform/http_client.h"
 #include "halvard/platform/progress.h"
@@ -15,13 +16,20 @@
 
 namespace halvard::runs {
 
-// "Downloading Company Data for SYMBOL": getDataForStock for every symbol whose stored name is
-// still empty.
+// "Downloading Company Data for SYMBOL": the source's company data for every symbol whose stored
+// name is still empty. Returns "SYMBOL: why" for every symbol the source had nothing for.
+std::vector<std::string> DownloadCompanyData(Session& s, fundamentals::FundamentalsSource& source,
+                                             platform::Progress& progress);
+// The same from the quotes line and the profile page (getDataForStock).
 void DownloadCompanyData(Session& s, const fundamentals::CompanyServices& services,
                          platform::Progress& progress);
 
-// "Downloading EPS Data for SYMBOL": downloadEPS for every symbol; eps.dat is written after
-// every file while the count of successes is a multiple of ten, and once more at the end.
+// "Downloading EPS Data for SYMBOL": the source's EPS line for every symbol; eps.dat is written
+// after every file while the count of successes is a multiple of ten, and once more at the end.
+// Returns "SYMBOL: why" for every symbol the source had no line for.
+std::vector<std::string> DownloadEPSData(Session& s, fundamentals::FundamentalsSource& source,
+                                         platform::Progress& progress);
+// The same from the quotes line (downloadEPS).
 void DownloadEPSData(Session& s, platform::HttpClient& http, const std::string& quotesHost,
                      platform::Progress& progress);
 

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "halvard/data/watch_list.h"
+#include "halvard/error.h"
 #include "halvard/runs/scans.h"
 
 namespace halvard::runs {
@@ -30,6 +31,11 @@ auto OverDatabase(Scan scan) {
 
 using fundamentals::StockDataStore;
 
+constexpr const char* kNeedsEstimates =
+    "the increasing-EPS scan needs a source with estimates: no stock in the database has one "
+    "(the edgar service gives none); set [Services] Fundamentals=summary and download the "
+    "company data again";
+
 }  // namespace
 
 std::span<const ScanCommand> ScanCommands() {
@@ -53,6 +59,7 @@ std::span<const ScanCommand> ScanCommands() {
        Named(data::kBelowStopLossListName)},
       {"increasing-eps", "Increasing EPS Scan",
        OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
+         if (db.LacksEstimates()) throw Error(kNeedsEstimates);
          db.IncreasingEPSScan(r, c.EPSRankScanPercentage);
        }),
        Named(data::kIncreasingEPSListName), false},

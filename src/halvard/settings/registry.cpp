@@ -178,7 +178,8 @@ void MRegistry::SaveStrings(std::string_view appName,
                                                 file_.parent_path().string() + ": " + ec.message());
   }
   try {
-    platform::WriteFileAtomically(file_, content);
+    // It may hold the keys of services: for its owner's eyes only.
+    platform::WriteFileAtomically(file_, content, platform::NewFileMode::kPrivate);
   } catch (const Error& e) {
     throw RegistryError(kErrorCannotSet, std::string("Could not set key value: ") + e.what());
   }

@@ -1,7 +1,9 @@
 #include "halvard/settings/services.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <string>
 
 #include "halvard/platform/files.h"
@@ -14,6 +16,7 @@ namespace {
 using platform::EqualsIgnoreCase;
 
 constexpr std::array<std::string_view, 4> kProviders = {"table", "chart", "stooq", "tiingo"};
+constexpr std::array<const char*, 2> kKeyNames = {"Tiingo Token", "Stooq Key"};
 
 // Each returns the reason when the text does not convert, empty when it was stored.
 std::string FromText(std::string_view text, std::string& out) {
@@ -64,40 +67,117 @@ auto WholeInto(int& field, int low, int high, const char* what) {
   };
 }
 
+// One provider or several separated by ",", each known and named once; stored in lower case
+// without blanks ("chart,tiingo").
 std::string ProviderFromText(std::string_view text, std::string& out) {
-  const std::string_view t = platform::TrimSpaces(text);
-  for (const std::string_view p : kProviders) {
-    if (EqualsIgnoreCase(t, p)) {
-      out = std::string(p);
+  constexpr const char* kExpected =
+      "one of table, chart, stooq, tiingo, or several of them separated by \",\"";
+  std::string chain;
+  size_t start = 0;
+  for (;;) {
+    const size_t comma = text.find(',', start);
+    const std::string_view one = platform::TrimSpaces(text.substr(start, comma - start));
+    const auto known = std::find_if(kProviders.begin(), kProviders.end(),
+                                    [&](std::string_view p) { return EqualsIgnoreCase(one, p); });
+    if (known == kProviders.end()) return kExpected;
+    const std::string name(*known);
+    if (("," + chain + ",").find("," + name + ",") != std::string::npos) return kExpected;
+    chain += (chain.empty() ? "" : ",") + name;
+    if (comma == std::string_view::npos) break;
+    start = comma + 1;
+  }
+  out = chain;
+  return "";
+}
+
+std::string FundamentalsFromText(std::string_view text, std::string& out) {
+  for (const std::string_view f : {"edgar", "summary", "quotes"}) {
+    if (EqualsIgnoreCase(platform::TrimSpaces(text), f)) {
+      out = std::string(f);
       return "";
     }
   }
-  return "one of table, chart, stooq, tiingo";
+  return "one of edgar, summary, quotes";
 }
 
-// Calls set(name, converter) for every value of the section; converter(text) stores the text
-// into its field and returns why it could not.
-template <class Visitor>
-void VisitServices(ServiceSettings& s, Visitor&& visit) {
+// The contact goes into a request header: one line of printable text with an e-mail address
+// and something more (a name) beside it.
+std::string ContactFromText(std::string_view text, std::string& out) {
+  const std::string_view t = platform::TrimSpaces(text);
+  constexpr const char* kExpected =
+      "a name and an e-mail address, such as \"Jane Doe jane@example.com\"";
+  if (t.empty()) {
+    out.clear();
+    return "";
+  }
+  if (std::any_of(t.begin(), t.end(),
+                  [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; })) {
+    return kExpected;
+  }
+  bool mail = false;
+  int words = 0;
+  for (size_t start = 0; start < t.size();) {
+    const size_t end = std::min(t.find(' ', start), t.size());
+    const std::string_view word = t.substr(start, end - start);
+    if (!word.empty()) {
+      ++words;
+      const size_t at = word.find('@');
+      mail = mail || (at != std::string_view::npos && at > 0 &&
+                      word.find('.', at) != std::string_view::npos && word.back() != '.');
+    }
+    start = end + 1;
+  }
+  if (!mail || words < 2) return kExpected;
+  out = std::string(t);
+  return "";
+}
+
+std::string TextOf(const std::string& field) {
+  return field;
+}
+std::string TextOf(double field) {
+  return platform::FormatGeneral(field);
+}
+std::string TextOf(int field) {
+  return std::to_string(field);
+}
+
+// Calls visit(name, converter, text) for every value of the section; converter(text) stores the
+// text into its field and returns why it could not; text() is the field as the file holds it.
+template <class Settings, class Visitor>
+void VisitServices(Settings& s, Visitor&& visit) {
   const auto into = [](auto& field) {
     return [&field](std::string_view text) { return FromText(text, field); };
   };
-  visit("Provider", [&s](std::string_view text) { return ProviderFromText(text, s.provider); });
-  visit("Table Host", into(s.tableHost));
-  visit("Chart Host", into(s.chartHost));
-  visit("Stooq Host", into(s.stooqHost));
-  visit("Tiingo Host", into(s.tiingoHost));
-  visit("Timeout", [&s](std::string_view text) { return TimeoutFromText(text, s.timeoutSeconds); });
-  visit("Pause", into(s.pauseMilliseconds));
-  visit("Retries", WholeInto(s.retries, 0, 10, "a whole number"));
-  visit("Retry Wait", into(s.retryWaitSeconds));
-  visit("Retry Wait Limit", into(s.retryWaitLimitSeconds));
-  visit("Retry Total Wait", into(s.retryTotalWaitSeconds));
-  visit("Answer Limit", WholeInto(s.answerLimitMegabytes, 1, 4096, "a whole number of megabytes"));
-  visit("Tiingo Token", into(s.tiingoToken));
-  visit("Quotes Host", into(s.quotesHost));
-  visit("Profile Host", into(s.profileHost));
-  visit("Screener Host", into(s.screenerHost));
+  const auto value = [](auto& field) { return [&field] { return TextOf(field); }; };
+  const auto with = [&](const char* name, auto& field, auto convert) {
+    visit(
+        name, [&field, convert](std::string_view text) { return convert(text, field); },
+        value(field));
+  };
+  with("Provider", s.provider, ProviderFromText);
+  visit("Table Host", into(s.tableHost), value(s.tableHost));
+  visit("Chart Host", into(s.chartHost), value(s.chartHost));
+  visit("Stooq Host", into(s.stooqHost), value(s.stooqHost));
+  visit("Tiingo Host", into(s.tiingoHost), value(s.tiingoHost));
+  with("Timeout", s.timeoutSeconds, TimeoutFromText);
+  visit("Pause", into(s.pauseMilliseconds), value(s.pauseMilliseconds));
+  visit("Retries", WholeInto(s.retries, 0, 10, "a whole number"), value(s.retries));
+  visit("Retry Wait", into(s.retryWaitSeconds), value(s.retryWaitSeconds));
+  visit("Retry Wait Limit", into(s.retryWaitLimitSeconds), value(s.retryWaitLimitSeconds));
+  visit("Retry Total Wait", into(s.retryTotalWaitSeconds), value(s.retryTotalWaitSeconds));
+  visit("Answer Limit", WholeInto(s.answerLimitMegabytes, 1, 4096, "a whole number of megabytes"),
+        value(s.answerLimitMegabytes));
+  visit("Tiingo Token", into(s.tiingoToken), value(s.tiingoToken));
+  visit("Stooq Key", into(s.stooqKey), value(s.stooqKey));
+  visit("Cookie Host", into(s.cookieHost), value(s.cookieHost));
+  visit("Quotes Host", into(s.quotesHost), value(s.quotesHost));
+  visit("Profile Host", into(s.profileHost), value(s.profileHost));
+  visit("Screener Host", into(s.screenerHost), value(s.screenerHost));
+  with("Fundamentals", s.fundamentals, FundamentalsFromText);
+  with("Contact", s.contact, ContactFromText);
+  visit("Edgar Host", into(s.edgarHost), value(s.edgarHost));
+  visit("Edgar Data Host", into(s.edgarDataHost), value(s.edgarDataHost));
 }
 
 std::string Refusal(std::string_view name, std::string_view text, const std::string& expected) {
@@ -105,11 +185,23 @@ std::string Refusal(std::string_view name, std::string_view text, const std::str
          " is not " + expected;
 }
 
+std::string AllNames() {
+  std::string names;
+  for (const ServiceText& s : ServiceSettingsAsText(ServiceSettings{})) {
+    names += (names.empty() ? "" : ", ") + s.name;
+  }
+  return names;
+}
+
+UsageError UnknownService(std::string_view name) {
+  return UsageError("there is no setting Services/" + std::string(name) + " (" + AllNames() + ")");
+}
+
 }  // namespace
 
 ServiceSettings ReadServiceSettings(const MRegistry& store) {
   ServiceSettings services;
-  VisitServices(services, [&](const char* name, auto&& store_text) {
+  VisitServices(services, [&](const char* name, auto&& store_text, auto&&) {
     const std::string missing = "\x01";  // no stored text can hold this
     const std::string text = store.GetString(kAppName, kServicesSection, name, missing);
     if (text == missing) return;
@@ -120,22 +212,66 @@ ServiceSettings ReadServiceSettings(const MRegistry& store) {
   return services;
 }
 
-void SetServiceSettingFromText(ServiceSettings& services, std::string_view name,
-                               std::string_view text) {
-  bool found = false;
-  VisitServices(services, [&](const char* n, auto&& store_text) {
+std::vector<ServiceText> ServiceSettingsAsText(const ServiceSettings& services) {
+  std::vector<ServiceText> all;
+  ServiceSettings copy = services;
+  VisitServices(copy, [&](const char* name, auto&&, auto&& text) {
+    all.push_back({name, text()});
+  });
+  return all;
+}
+
+ServiceText GetServiceSettingText(const ServiceSettings& services, std::string_view name) {
+  for (ServiceText& s : ServiceSettingsAsText(services)) {
+    if (EqualsIgnoreCase(s.name, name)) return s;
+  }
+  throw UnknownService(name);
+}
+
+ServiceText SetServiceSettingFromText(ServiceSettings& services, std::string_view name,
+                                      std::string_view text) {
+  std::optional<ServiceText> found;
+  VisitServices(services, [&](const char* n, auto&& store_text, auto&& stored) {
     if (found || !EqualsIgnoreCase(n, name)) return;
-    found = true;
     if (const std::string why = store_text(text); !why.empty()) {
       throw UsageError(Refusal(n, text, why));
     }
+    found = ServiceText{n, stored()};
   });
-  if (!found) {
-    throw UsageError("there is no setting Services/" + std::string(name) +
-                     " (Provider, Table Host, Chart Host, Stooq Host, Tiingo Host, Timeout, "
-                     "Pause, Retries, Retry Wait, Retry Wait Limit, Retry Total Wait, Answer "
-                     "Limit, Tiingo Token, Quotes Host, Profile Host, Screener Host)");
+  if (!found) throw UnknownService(name);
+  // A text that would not read back would make every later run fail on the file.
+  if (!StoredTextReadsBack(found->text)) {
+    throw UsageError("setting [Services] " + found->name + " = " + platform::QuoteForMessage(text) +
+                     " would not read back from the settings file as it was given");
   }
+  return *found;
+}
+
+std::vector<std::string> ProviderChain(const ServiceSettings& services) {
+  std::vector<std::string> chain;
+  size_t start = 0;
+  for (size_t comma; (comma = services.provider.find(',', start)) != std::string::npos;
+       start = comma + 1) {
+    chain.push_back(services.provider.substr(start, comma - start));
+  }
+  chain.push_back(services.provider.substr(start));
+  return chain;
+}
+
+bool IsServiceKey(std::string_view name) {
+  return std::any_of(kKeyNames.begin(), kKeyNames.end(),
+                     [&](const char* key) { return EqualsIgnoreCase(name, key); });
+}
+
+std::string ProtectServiceKeys(const MRegistry& store) {
+  const bool holdsKey = std::any_of(kKeyNames.begin(), kKeyNames.end(), [&](const char* key) {
+    return !store.GetString(kAppName, kServicesSection, key, "").empty();
+  });
+  if (!holdsKey) return "";
+  if (!platform::RestrictToOwner(store.file())) return "";
+  return "the settings file " + store.file().string() +
+         " holds a service key and others could read it: it is now readable by you alone "
+         "(mode 0600)";
 }
 
 }  // namespace halvard::settings
