@@ -58,10 +58,7 @@ void Run(const GlobalOptions& options, const DownloadArgs& args) {
   const bool all = args.lists.empty() ? context.downloads.DownloadSymbols(args.symbols, request)
                                       : DownloadLists(context, args.lists, request);
   if (context.progress.Cancelled()) throw Interrupted{kDownloadsKept};
-  if (const std::string served = context.downloads.downloader().ServedSummary();
-      !served.empty()) {
-    std::cerr << "halvard: " << served << "\n";
-  }
+  context.ReportServed();
   if (!all) throw Failed{};
 }
 

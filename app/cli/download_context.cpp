@@ -13,6 +13,12 @@ DownloadContext::DownloadContext(const GlobalOptions& options)
       downloads(OpenServices(options, *session), session->config.StockFilePath, log, progress,
                 [](const std::string& notice) { std::cerr << "halvard: " << notice << "\n"; }) {}
 
+void DownloadContext::ReportServed() {
+  if (const std::string served = downloads.downloader().ServedSummary(); !served.empty()) {
+    std::cerr << "halvard: " << served << "\n";
+  }
+}
+
 std::vector<std::filesystem::path> ExistingLists(const settings::Config& config,
                                                  const std::vector<std::string>& names) {
   std::vector<std::filesystem::path> paths;

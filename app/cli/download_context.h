@@ -17,6 +17,8 @@ namespace halvard::cli {
 
 struct DownloadContext {
   explicit DownloadContext(const GlobalOptions& options);
+  // With a provider chain, how many symbols each service served, on stderr.
+  void ReportServed();
 
   std::unique_ptr<runs::Session> session;
   platform::FileEventLog log;

@@ -38,6 +38,7 @@ void Run(const GlobalOptions& options, const ScheduleArgs& args) {
                          config, c.session->store(), c.progress);
   if (c.progress.Cancelled()) throw Interrupted{kDownloadsKept};
   std::cout << WithLineFeeds(data::DownloadDateLabel(config.downloadDate)) << "\n";
+  c.ReportServed();
   // The scheduled download shows no failures; the event log has them.
   if (!all) std::cerr << "halvard: some symbols failed; see " << c.log.file().string() << "\n";
 }

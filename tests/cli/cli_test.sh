@@ -267,6 +267,11 @@ check "and mends it" "0 " "$rc $err"
 cp "$samples/data/^IXIC.txt" "$scratch/dl/"
 run "${dl[@]}" download GOOG --list two
 check "symbols and lists at once is a usage error" 2 "$rc"
+run "${dl[@]}" --set "Services/Provider=stooq,table" --set "Services/Stooq Host=127.0.0.1:$port" \
+  --set "Services/Pause=0" download GOOG ORCL
+check "a provider chain counts the services that served" "0 halvard: served by table 2" "$rc $err"
+check "and the event log names the service of each symbol" "GOOG served by table|ORCL served by table" \
+  "$(cut -f3 "$HALVARD_LOG" | tr -d '\r' | grep 'served by' | paste -sd'|')"
 
 # Ctrl-C stops a download inside its request (here one that would wait a minute for an answer).
 python3 -c 'import socket, time

@@ -73,14 +73,15 @@ std::string BaseUrl(std::string_view host) {
   return base;
 }
 
-std::string RefusalOf(const platform::HttpResponse& response) {
+std::string RefusalOf(const platform::HttpResponse& response, std::string_view expected) {
   if (!response.answered()) return "no answer: " + response.failure;
   const std::string status = "HTTP status " + std::to_string(response.status);
   if (response.status == 429) {
     return "rate limited by the service: " + platform::StatusText(response.status);
   }
   if (IsHtml(response.body)) {
-    return "an HTML page instead of price data (" + status + "): " + Quote(response.body);
+    return "an HTML page instead of " + std::string(expected) + " (" + status +
+           "): " + Quote(response.body);
   }
   if (const std::string message = JsonErrorMessage(response.body); !message.empty()) {
     return "a JSON error object (" + status + "): " + message;

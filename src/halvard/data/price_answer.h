@@ -16,7 +16,9 @@ std::string BaseUrl(std::string_view host);
 // Why an answer cannot be price data, or empty when it may be: no answer, a rate limit, an
 // HTML page (challenge pages come with status 200), a JSON error object, an HTTP error status.
 // The reason quotes the start of the body so the event log shows what the service said.
-std::string RefusalOf(const platform::HttpResponse& response);
+// expected names what the answer should have been ("price data", "company data").
+std::string RefusalOf(const platform::HttpResponse& response,
+                      std::string_view expected = "price data");
 
 // Whether a body is an HTML page (blanks and a byte order mark before its first "<" allowed).
 bool IsHtml(std::string_view body);

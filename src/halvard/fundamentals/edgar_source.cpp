@@ -58,7 +58,7 @@ class EdgarSource : public FactsSource {
   // The body of a 2xx answer, or nothing with why.
   std::optional<std::string> Get(const std::string& url, std::string& why) {
     platform::HttpResponse response = http_->Get(url);
-    if (std::string refusal = data::RefusalOf(response); !refusal.empty()) {
+    if (std::string refusal = data::RefusalOf(response, "company data"); !refusal.empty()) {
       why = url + ": " + refusal;
       return std::nullopt;
     }

@@ -22,7 +22,7 @@ class SummarySource : public FactsSource {
                             data::AddressPart(symbol) +
                             "?modules=price,assetProfile,defaultKeyStatistics,earningsTrend";
     const platform::HttpResponse response = session_.Get(url);
-    if (std::string refusal = data::RefusalOf(response); !refusal.empty()) {
+    if (std::string refusal = data::RefusalOf(response, "company data"); !refusal.empty()) {
       why = std::move(refusal);
       return std::nullopt;
     }
