@@ -86,7 +86,7 @@ int main(int argc, char** argv) {
   const QCommandLineOption optionsPage(
       QStringLiteral("options-page"),
       QStringLiteral("With --screenshot: a picture of the options dialog on this page"),
-      QStringLiteral("1-3"));
+      QStringLiteral("1-4"));
   const QCommandLineOption secondary(
       QStringLiteral("window"),
       QStringLiteral("With --screenshot: a picture of this window instead of the main window"),
@@ -115,8 +115,8 @@ int main(int argc, char** argv) {
       if (!request.view) return UsageError(QStringLiteral("--view takes 1 to 5"));
     }
     if (parser.isSet(optionsPage)) {
-      request.optionsPage = Number(parser.value(optionsPage), 1, 3);
-      if (!request.optionsPage) return UsageError(QStringLiteral("--options-page takes 1 to 3"));
+      request.optionsPage = Number(parser.value(optionsPage), 1, 4);
+      if (!request.optionsPage) return UsageError(QStringLiteral("--options-page takes 1 to 4"));
     }
     if (parser.isSet(secondary)) {
       request.window = parser.value(secondary);

@@ -96,6 +96,12 @@ bool TakeScreenshot(MainFrm& window, const ScreenshotRequest& request, QString& 
     QuietDialogs quiet;
     OptionsDialog dialog(
         window.config(), [] {}, quiet, &window);
+    try {
+      dialog.AddServicesPage(settings::ReadServiceSettings(window.session().store()),
+                             [](const std::vector<settings::ServiceText>&) {});
+    } catch (const std::exception&) {
+      // A [Services] value that does not convert leaves the picture without that page.
+    }
     dialog.tabs()->setCurrentIndex(*request.optionsPage - 1);
     dialog.show();
     Settle();

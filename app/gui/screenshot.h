@@ -16,7 +16,7 @@ struct ScreenshotRequest {
   QString file;             // the PNG to write
   QString list;             // a watch list to select (NAME or NAME.inc); empty keeps the first
   std::optional<int> view;  // 1 to 5; else the stored view
-  std::optional<int> optionsPage;  // 1 to 3: a picture of the options dialog on that page
+  std::optional<int> optionsPage;  // 1 to 4: a picture of the options dialog on that page
   // A picture of a secondary window: "downloader" (the list chosen), "live" or "batch" (one run
   // with "Pyramiding Boxes" checked), "boolean", "screener" (a local screen of a price range,
   // with a criterion the local data cannot answer).
