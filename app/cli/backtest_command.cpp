@@ -18,7 +18,7 @@ void Run(const GlobalOptions& options, const BacktestArgs& args) {
   const auto session = OpenSession(options, StartMode::kFull);
   ShowSymbolOrFail(*session, args.symbol);
   session->ShowView();
-  session->tester().Backtest(false, args.signal, true, true, session->config.rsCheckEnabled);
+  session->BacktestShown(args.signal);
   std::cout << WithLineFeeds(session->log().text());
 }
 

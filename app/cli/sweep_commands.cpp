@@ -6,9 +6,9 @@
 
 #include "commands.h"
 #include "halvard/data/watch_list.h"
-#include "halvard/platform/files.h"
 #include "halvard/runs/batch_test.h"
 #include "halvard/runs/live_report.h"
+#include "halvard/runs/report_text.h"
 #include "terminal_progress.h"
 
 namespace halvard::cli {
@@ -59,7 +59,7 @@ void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, 
                [&] { std::cout << WithLineFeeds(report.text()) << std::flush; });
   if (progress.Cancelled()) throw Interrupted{};
   if (!args.saveResults.empty()) {
-    platform::WriteFileAtomically(args.saveResults, report.text() + "\r\n");
+    runs::SaveReport(args.saveResults, report.text());
     std::cerr << "halvard: saved the report as " << args.saveResults << "\n";
   }
   if (!args.saveInc.empty()) {

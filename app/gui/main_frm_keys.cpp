@@ -218,7 +218,7 @@ void MainFrm::StepHotList(int delta) {
 
 void MainFrm::BacktestCurrent(bool signalMode) {
   runs::Session& s = *session_;
-  Guarded([&] { s.tester().Backtest(false, signalMode, true, true, s.config.rsCheckEnabled); });
+  Guarded([&] { s.BacktestShown(signalMode); });
   backtestWindow_->ShowLog(s.log().text());
 }
 

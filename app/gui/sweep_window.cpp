@@ -13,7 +13,6 @@
 #include "dialogs.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/platform/clock.h"
-#include "halvard/platform/files.h"
 #include "halvard/runs/stale_prices.h"
 #include "main_frm.h"
 #include "named.h"
@@ -167,7 +166,7 @@ void SweepWindow::SaveResults() {
   const QString file =
       main_.dialogs().saveReport(this, QString::fromStdString(main_.config().IncFilePath));
   if (file.isEmpty()) return;
-  main_.Guarded([&] { platform::WriteFileAtomically(file.toStdString(), reportText() + "\r\n"); });
+  main_.Guarded([&] { runs::SaveReport(file.toStdString(), reportText()); });
 }
 
 void SweepWindow::reject() {

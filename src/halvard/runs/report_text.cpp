@@ -1,5 +1,7 @@
 #include "halvard/runs/report_text.h"
 
+#include "halvard/platform/files.h"
+
 namespace halvard::runs {
 
 std::string RangeText(std::string_view from, std::string_view to, std::string_view step) {
@@ -9,6 +11,10 @@ std::string RangeText(std::string_view from, std::string_view to, std::string_vi
 
 std::string BuyModeLine(int buyMode) {
   return buyMode == 1 ? "Buy Mode = BoxTops" : "Buy Mode = Bounce";
+}
+
+void SaveReport(const std::filesystem::path& file, std::string_view report) {
+  platform::WriteFileAtomically(file, std::string(report) + "\r\n");
 }
 
 }  // namespace halvard::runs

@@ -1,6 +1,7 @@
 #pragma once
-// Pieces of text the live report and the batch test share.
+// Pieces of text the live report and the batch test share, and how their reports are saved.
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -24,5 +25,8 @@ struct RunSwitches {
 std::string RangeText(std::string_view from, std::string_view to, std::string_view step);
 
 std::string BuyModeLine(int buyMode);
+
+// Saves a report as a text file: its text and one more CR LF, written whole or not at all.
+void SaveReport(const std::filesystem::path& file, std::string_view report);
 
 }  // namespace halvard::runs

@@ -22,6 +22,10 @@ bool Session::StartUp() {
                              config);
 }
 
+int Session::BacktestShown(bool signalMode) {
+  return tester_.Backtest(false, signalMode, true, true, config.rsCheckEnabled);
+}
+
 std::string Session::StockPath(const std::string& symbol) const {
   data::RequireSymbolName(symbol);
   return config.StockFilePath + "/" + symbol + ".txt";

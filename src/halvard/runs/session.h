@@ -66,6 +66,11 @@ class Session {
   // the new name.
   bool drawable() const;
 
+  // The backtest of the shown symbol as the "m" key runs it ("g" with signalMode): the "Buy Mode"
+  // header, corvanes first, then the boxes, with the RS check as set. Returns the engine's
+  // result code; the log pane holds the trade log.
+  int BacktestShown(bool signalMode);
+
   // The chart of the shown symbol: when it is ready, the current view's days are set and the
   // boxes computed as they are drawn (the open box counts as broken up). A view outside 1 to 5
   // is a halvard::UsageError.

@@ -1,0 +1,46 @@
+#include "halvard/runs/session.h"
+
+#include "runs_fixture.h"
+
+namespace halvard::runs {
+namespace {
+
+class BacktestShownTest : public RunsTest {
+ protected:
+  // The shown symbol's backtest log on its own.
+  std::string Backtest(bool signalMode) {
+    s.log().Clear();
+    s.BacktestShown(signalMode);
+    return s.log().text();
+  }
+};
+
+TEST_F(BacktestShownTest, TheMKeyTradesTheShownSymbolUnderItsBuyModeHeader) {
+  Prices("TWO", test::TwoBoxes());
+  List({"TWO"});
+  const std::string log = Backtest(false);
+  EXPECT_EQ(log.rfind("Buy Mode = BoxTops\r\nBacktesting - TWO\r\nTrying with Corvanes\r\n", 0), 0u)
+      << log;
+  EXPECT_NE(log.find("Bought "), std::string::npos) << log;
+}
+
+TEST_F(BacktestShownTest, TheGKeyStopsAtTheSignalInsteadOfBuying) {
+  Prices("TWO", test::TwoBoxes());
+  List({"TWO"});
+  const std::string log = Backtest(true);
+  EXPECT_EQ(log.rfind("Buy Mode = BoxTops\r\n", 0), 0u) << log;
+  EXPECT_EQ(log.find("Bought "), std::string::npos) << log;
+  EXPECT_TRUE(s.tester().buyArmed || s.tester().stopLossHit);
+}
+
+TEST_F(BacktestShownTest, TheRsCheckFollowsTheSetting) {
+  Prices("TWO", test::TwoBoxes());
+  List({"TWO"});
+  s.config.rsCheckEnabled = false;
+  const std::string unchecked = Backtest(false);
+  s.config.rsCheckEnabled = true;
+  EXPECT_EQ(Backtest(false), unchecked);  // no index loaded: the check lets every buy through
+}
+
+}  // namespace
+}  // namespace halvard::runs
