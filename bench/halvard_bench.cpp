@@ -150,7 +150,7 @@ void Backtests(benchmark::State& state, const Market& market) {
   int64_t logBytes = 0;
   for (auto _ : state) {
     engine::BackTester tester(*views[next], config, log, results);
-    tester.Backtest(true, false, true, true, true);
+    tester.Backtest({.partOfListRun = true, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = true});
     logBytes += static_cast<int64_t>(log.text().size());
     log.Clear();
     results.Clear();

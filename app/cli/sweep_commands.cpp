@@ -27,7 +27,7 @@ struct SweepArgs {
 void AddSweepOptions(Command& command, SweepArgs& args, std::string_view incHelp) {
   command.Add("--list", args.list, "The watch list to run (NAME or NAME.inc)").Required();
   command.Flag("--corvane", args.switches.corvane, "Trade corvanes (\"Corvane\")");
-  command.Flag("--pyramiding", args.switches.unusualVolume,
+  command.Flag("--pyramiding", args.switches.pyramidingBoxes,
                "Trade the boxes (\"Pyramiding Boxes\")");
   command.Flag("--rs", args.switches.positiveRS,
                "Buy only with positive relative strength (\"+ve Relative Strength\")");

@@ -16,6 +16,9 @@ using test::Day;
 using test::FourBoxes;
 using test::TwoBoxes;
 
+// A batch run's backtest of one stock: corvanes, then boxes, no RS check.
+constexpr BacktestOptions kListRun{.partOfListRun = true, .tryCorvanes = true, .tryBoxes = true};
+
 class BacktestTest : public ::testing::Test {
  protected:
   BacktestTest() { config_.useUnusualVolume = false; }
@@ -31,7 +34,7 @@ class BacktestTest : public ::testing::Test {
   // The log of one backtest as the "m" key ("g" with signal) runs it.
   std::string Run(bool signal = false, bool rs = false) {
     log_.Clear();
-    tester_.Backtest(false, signal, true, true, rs);
+    tester_.Backtest({.signalMode = signal, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = rs});
     return log_.text();
   }
 
@@ -139,7 +142,7 @@ TEST_F(BacktestTest, ACorvaneTradesTheFirstBoxAfterItsNewHigh) {
             "Holding shares worth 6,650.00$\r\n"
             "Profit/Loss = 1,662.50$\r\n");
   EXPECT_EQ(tester_.totalProfit, 1662.5);
-  tester_.Backtest(true, false, true, true, false);
+  tester_.Backtest(kListRun);
   EXPECT_EQ(results_.text(), "TEST\tCorvane\t\t1\t1,662.50$\t\tOpen\t\r\n");
   EXPECT_EQ(tester_.winCount, 1);
 }
@@ -252,11 +255,11 @@ TEST_F(BacktestTest, AFailedRSCheckSkipsTheBuy) {
 
 TEST_F(BacktestTest, AListRunWritesAResultRowAndKeepsTheTotals) {
   Load(TwoBoxes());
-  EXPECT_EQ(tester_.Backtest(true, false, true, true, false), 3);
+  EXPECT_EQ(tester_.Backtest(kListRun), 3);
   EXPECT_EQ(log_.text().substr(0, 20), "Backtesting - TEST\r\n");  // no "Buy Mode" header
   EXPECT_EQ(results_.text(), "TEST\tPyramiding Boxes\t2\t(1,853.25)$\t\tCompleted\t\r\n");
   config_.stopLossLimit = 20;
-  tester_.Backtest(true, false, true, true, false);
+  tester_.Backtest(kListRun);
   EXPECT_EQ(results_.text().substr(results_.text().find("\r\n") + 2),
             "TEST\tPyramiding Boxes\t1\t(1,791.48)$\t\tOpen\t\r\n");
   EXPECT_EQ(tester_.lossCount, 2);

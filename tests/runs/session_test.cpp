@@ -1,9 +1,18 @@
 #include "halvard/runs/session.h"
 
+#include <type_traits>
+
 #include "runs_fixture.h"
 
 namespace halvard::runs {
 namespace {
+
+// The engine refers to the session's view, settings and panes: a moved or copied session would
+// leave it pointing at the old ones.
+static_assert(!std::is_copy_constructible_v<Session> && !std::is_move_constructible_v<Session>);
+static_assert(!std::is_copy_assignable_v<Session> && !std::is_move_assignable_v<Session>);
+static_assert(!std::is_copy_constructible_v<engine::BackTester> &&
+              !std::is_move_constructible_v<engine::BackTester>);
 
 class BacktestShownTest : public RunsTest {
  protected:

@@ -19,8 +19,7 @@ std::string BackTester::Date(int day) const {
   return platform::FormatShortDate(v_.barDate[day]);
 }
 
-int BackTester::Backtest(bool partOfListRun, bool signalMode, bool tryCorvane, bool tryBoxes,
-                         bool rsEnabled) {
+int BackTester::Backtest(const BacktestOptions& options) {
   totalProfit = 0;
   tradeCount = 0;
   sharesHeld = 0;
@@ -33,10 +32,11 @@ int BackTester::Backtest(bool partOfListRun, bool signalMode, bool tryCorvane, b
   lastStopLoss = 0;
   exitCount = 0;
 
+  const auto& [partOfListRun, signalMode, tryCorvanes, tryBoxes, rsEnabled] = options;
   if (!partOfListRun) AppendLog(config_.buyMode == 1 ? "Buy Mode = BoxTops" : "Buy Mode = Bounce");
   AppendLog("Backtesting - " + v_.stockSymbol);
   int code = 0;
-  if (tryCorvane && TryCorvanes(signalMode, rsEnabled)) {
+  if (tryCorvanes && TryCorvanes(signalMode, rsEnabled)) {
     code = 2;
   } else if (tryBoxes) {
     TryBoxes(signalMode, rsEnabled);

@@ -14,22 +14,33 @@
 
 namespace halvard::engine {
 
+// What one backtest tries and how; every field is off unless set.
+struct BacktestOptions {
+  bool partOfListRun = false;  // no "Buy Mode" header; in simulation a result row per stock
+  bool signalMode = false;     // stop at the first signal instead of trading
+  bool tryCorvanes = false;    // trade from the first box after the first corvane
+  bool tryBoxes = false;       // when no corvane traded: the pyramiding boxes
+  bool rsEnabled = false;      // buy only while the RS line rises
+};
+
 class BackTester {
  public:
   // Reads the series (and the RS line it holds) of view and the trading settings of config; the
   // log and the result rows go to the two sinks.
   BackTester(StockView& view, settings::Config& config, platform::TextSink& log,
              platform::TextSink& results);
+  // It holds references into its owner: neither copied nor moved.
+  BackTester(const BackTester&) = delete;
+  BackTester& operator=(const BackTester&) = delete;
 
   // Result rows go to another pane from now on (the batch report writes its table this way).
   void SetResults(platform::TextSink& results) { results_ = &results; }
   platform::TextSink& results() const { return *results_; }
 
-  // One backtest of the loaded symbol. partOfListRun drops the "Buy Mode" header line;
-  // signalMode stops at the first signal instead of trading. Returns the result code: 2 when a
-  // corvane trade ran, else 1 (with unusual volume) or 3 (without) when boxes were tried, 0 when
-  // nothing was tried. Only a list run in simulation writes a result row.
-  int Backtest(bool partOfListRun, bool signalMode, bool tryCorvane, bool tryBoxes, bool rsEnabled);
+  // One backtest of the loaded symbol. Returns the result code: 2 when a corvane trade ran, else
+  // 1 (with unusual volume) or 3 (without) when boxes were tried, 0 when nothing was tried. Only
+  // a list run in simulation writes a result row.
+  int Backtest(const BacktestOptions& options);
 
   bool TryCorvanes(bool signalMode, bool rsEnabled);
   void TryBoxes(bool signalMode, bool rsEnabled);

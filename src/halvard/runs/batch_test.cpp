@@ -35,7 +35,7 @@ void BatchTest::BatchCore(const RunSwitches& switches) {
   tester.ResetTotals();
   const ResultsRedirect rows(tester, report_);  // the engine writes each stock's table row
   if (!ForEachStock([&] {
-        tester.Backtest(true, false, switches.corvane, switches.unusualVolume, switches.positiveRS);
+        tester.Backtest(switches.ForListRun(false));
         if (tester.tradeCount > 0) tradedList_ += v.stockSymbol + "\r\n";
       })) {
     return;

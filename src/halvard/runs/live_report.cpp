@@ -42,7 +42,7 @@ void LiveReport::RunLive(const RunSwitches& switches) {
   const engine::StockView& v = s_.view();
   engine::BackTester& tester = s_.tester();
   ForEachStock([&] {
-    tester.Backtest(true, true, switches.corvane, switches.unusualVolume, switches.positiveRS);
+    tester.Backtest(switches.ForListRun(true));
     if (tester.buyArmed) {
       Line(v.stockSymbol + "\tBuy\t" + platform::FormatShortDate(tester.buyArmedDate) + "\t" +
            FormatGeneral(tester.lastStopBuy) + "\t" + FormatGeneral(tester.lastStopLoss));

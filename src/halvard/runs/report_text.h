@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "halvard/engine/back_tester.h"
+
 namespace halvard::runs {
 
 inline constexpr std::string_view kDashRule = "---------------------------------------------------";
@@ -16,9 +18,18 @@ inline constexpr std::string_view kEqualsRule =
 
 // Which switches a run passes to the engine, as the windows' three check boxes set them.
 struct RunSwitches {
-  bool corvane = false;        // "Corvane"
-  bool unusualVolume = false;  // "Pyramiding Boxes": the engine tries the boxes
-  bool positiveRS = false;     // "+ve Relative Strength"
+  bool corvane = false;          // "Corvane": the engine tries the corvanes
+  bool pyramidingBoxes = false;  // "Pyramiding Boxes": the engine tries the boxes
+  bool positiveRS = false;       // "+ve Relative Strength"
+
+  // The engine's options for each stock of a run over a list.
+  engine::BacktestOptions ForListRun(bool signalMode) const {
+    return {.partOfListRun = true,
+            .signalMode = signalMode,
+            .tryCorvanes = corvane,
+            .tryBoxes = pyramidingBoxes,
+            .rsEnabled = positiveRS};
+  }
 };
 
 // " from S to E with a step of STEP"

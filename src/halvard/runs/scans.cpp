@@ -23,6 +23,16 @@ void Scan(Session& s, platform::Progress& progress, Test&& test) {
   }
 }
 
+// The engine in signal mode on the loaded stock, as the buy and stop-loss scans ask it: corvanes,
+// then the boxes only when unusual volume is searched for, with the RS check as set.
+void SignalBacktest(Session& s) {
+  s.tester().Backtest({.partOfListRun = true,
+                       .signalMode = true,
+                       .tryCorvanes = true,
+                       .tryBoxes = s.config.useUnusualVolume,
+                       .rsEnabled = s.config.rsCheckEnabled});
+}
+
 }  // namespace
 
 std::string ShowProgress(int index, int last) {
@@ -81,14 +91,14 @@ void UnusualVolumeScan(Session& s, platform::Progress& progress, int maxAge) {
 
 void BuySignalScan(Session& s, platform::Progress& progress) {
   Scan(s, progress, [&](const engine::StockView&) {
-    s.tester().Backtest(true, true, true, s.config.useUnusualVolume, s.config.rsCheckEnabled);
+    SignalBacktest(s);
     return s.tester().buyArmed;
   });
 }
 
 void BelowStopLossScan(Session& s, platform::Progress& progress) {
   Scan(s, progress, [&](const engine::StockView&) {
-    s.tester().Backtest(true, true, true, s.config.useUnusualVolume, s.config.rsCheckEnabled);
+    SignalBacktest(s);
     return s.tester().stopLossHit;
   });
 }

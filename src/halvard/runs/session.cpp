@@ -23,7 +23,10 @@ bool Session::StartUp() {
 }
 
 int Session::BacktestShown(bool signalMode) {
-  return tester_.Backtest(false, signalMode, true, true, config.rsCheckEnabled);
+  return tester_.Backtest({.signalMode = signalMode,
+                           .tryCorvanes = true,
+                           .tryBoxes = true,
+                           .rsEnabled = config.rsCheckEnabled});
 }
 
 std::string Session::StockPath(const std::string& symbol) const {

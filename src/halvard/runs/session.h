@@ -23,6 +23,9 @@ namespace halvard::runs {
 class Session {
  public:
   explicit Session(settings::MRegistry store);
+  // The engine holds references into the session: it is neither copied nor moved.
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
 
   settings::Config config;
   const settings::MRegistry& store() const { return store_; }
