@@ -2,7 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "halvard/runs/batch_test.h"
+#include "halvard/runs/batch_report.h"
 #include "halvard/runs/fundamentals_commands.h"
 #include "halvard/runs/scans.h"
 #include "halvard/runs/session.h"
@@ -42,7 +42,7 @@ void BatchSweep(benchmark::State& state, const std::string& folder) {
   platform::NoProgress quiet;
   size_t reportBytes = 0;
   for (auto _ : state) {
-    runs::BatchTest batch(*s, quiet);
+    runs::BatchReport batch(*s, quiet);
     runs::ParseStopLossLevels("0.125,1.25,0.125", batch.levels);
     runs::ParseRsLevels("5,14,1", batch.levels);
     batch.GoCommand({true, true, true});

@@ -6,7 +6,7 @@
 
 #include "commands.h"
 #include "halvard/data/watch_list.h"
-#include "halvard/runs/batch_test.h"
+#include "halvard/runs/batch_report.h"
 #include "halvard/runs/live_report.h"
 #include "halvard/runs/report_text.h"
 #include "terminal_progress.h"
@@ -92,12 +92,12 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
                "Sweep the stop loss, then separately the RS days, instead of every "
                "combination");
   command.OnRun([&options, args] {
-    RunSweep<runs::BatchTest>(
+    RunSweep<runs::BatchReport>(
         options, *args,
-        [&](runs::BatchTest& r) {
+        [&](runs::BatchReport& r) {
           args->separate ? r.RunBatch(args->switches) : r.GoCommand(args->switches);
         },
-        [](const runs::BatchTest& r) { return r.tradedList(); });
+        [](const runs::BatchReport& r) { return r.tradedList(); });
   });
 }
 

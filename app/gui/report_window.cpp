@@ -1,5 +1,5 @@
 #include "report_window.h"
-#include "halvard/runs/batch_test.h"
+#include "halvard/runs/batch_report.h"
 #include "halvard/runs/live_report.h"
 
 namespace halvard::gui {
@@ -11,9 +11,9 @@ SweepWindow* NewLiveWindow(MainFrm& main) {
 }
 
 SweepWindow* NewBatchWindow(MainFrm& main) {
-  return new ReportWindow<runs::BatchTest>(
-      main, {"BatchTest", "Back Testing", "Results", "GoCommand"}, &runs::BatchTest::GoCommand,
-      &runs::BatchTest::tradedList);
+  return new ReportWindow<runs::BatchReport>(
+      main, {"BatchTest", "Back Testing", "Results", "GoCommand"}, &runs::BatchReport::GoCommand,
+      &runs::BatchReport::tradedList);
 }
 
 }  // namespace halvard::gui

@@ -10,9 +10,9 @@
 
 namespace halvard::runs {
 
-class BatchTest : public ListReport {
+class BatchReport : public ListReport {
  public:
-  BatchTest(Session& session, platform::Progress& progress) : ListReport(session, progress) {}
+  BatchReport(Session& session, platform::Progress& progress) : ListReport(session, progress) {}
 
   // One batch over the list: the table and its summary.
   void BatchCore(const RunSwitches& switches);

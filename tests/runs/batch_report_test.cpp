@@ -1,11 +1,11 @@
-#include "halvard/runs/batch_test.h"
+#include "halvard/runs/batch_report.h"
 
 #include "runs_fixture.h"
 
 namespace halvard::runs {
 namespace {
 
-class BatchTestTest : public RunsTest {
+class BatchReportTest : public RunsTest {
  protected:
   // CORV makes 1,662.50 on a corvane; FOUR loses 454.25 with a stop loss of 0.125 below the
   // box bottoms and 537.125 with 0.25.
@@ -18,11 +18,11 @@ class BatchTestTest : public RunsTest {
   }
 
   platform::NoProgress quiet;
-  BatchTest batch{s, quiet};
+  BatchReport batch{s, quiet};
   const RunSwitches corvaneAndBoxes{true, true, false};
 };
 
-TEST_F(BatchTestTest, TheNestedSweepMatchesTheHandWrittenReportAndATieKeepsTheFirst) {
+TEST_F(BatchReportTest, TheNestedSweepMatchesTheHandWrittenReportAndATieKeepsTheFirst) {
   ThreeSymbols();
   batch.GoCommand(corvaneAndBoxes);
   EXPECT_EQ(batch.text(), CrLf(test::ReadText(test::TestData() / "runs/batch_three.txt")));
@@ -30,7 +30,7 @@ TEST_F(BatchTestTest, TheNestedSweepMatchesTheHandWrittenReportAndATieKeepsTheFi
   EXPECT_EQ(batch.tradedList(), "CORV\r\nFOUR\r\nCORV\r\nFOUR\r\nCORV\r\nFOUR\r\nCORV\r\nFOUR\r\n");
 }
 
-TEST_F(BatchTestTest, TheSeparateSweepsRunTheRsDaysWithTheLastStopLoss) {
+TEST_F(BatchReportTest, TheSeparateSweepsRunTheRsDaysWithTheLastStopLoss) {
   ThreeSymbols();
   batch.RunBatch(corvaneAndBoxes);
   const std::string& text = batch.text();
@@ -46,7 +46,7 @@ TEST_F(BatchTestTest, TheSeparateSweepsRunTheRsDaysWithTheLastStopLoss) {
             "Maximum profit = 1125.375 with 10 days RS setting.\r\n");
 }
 
-TEST_F(BatchTestTest, ABatchOfMissingFilesReportsNothingMadeAndAMaximumOfZero) {
+TEST_F(BatchReportTest, ABatchOfMissingFilesReportsNothingMadeAndAMaximumOfZero) {
   List({"GONE"});
   batch.GoCommand(corvaneAndBoxes);
   const std::string& text = batch.text();

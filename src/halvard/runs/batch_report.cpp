@@ -1,4 +1,4 @@
-#include "halvard/runs/batch_test.h"
+#include "halvard/runs/batch_report.h"
 
 #include "halvard/platform/money_text.h"
 #include "halvard/platform/number_text.h"
@@ -27,7 +27,7 @@ class ResultsRedirect {
 using platform::FormatFixed;
 using platform::FormatGeneral;
 
-void BatchTest::BatchCore(const RunSwitches& switches) {
+void BatchReport::BatchCore(const RunSwitches& switches) {
   Line(" Symbol \t Catalyst \t\t Trades \t Profit/Loss \t Status ");
   Line(std::string(kDashRule) + std::string(kDashRule));
   const engine::StockView& v = s_.view();
@@ -61,7 +61,7 @@ void BatchTest::BatchCore(const RunSwitches& switches) {
   Line(kEqualsRule);
 }
 
-std::optional<double> BatchTest::Step(int k, int n, const RunSwitches& switches) {
+std::optional<double> BatchReport::Step(int k, int n, const RunSwitches& switches) {
   if (progress_.Cancelled()) return {};
   Line("Step " + std::to_string(k) + " of " + std::to_string(n));
   BatchCore(switches);
@@ -70,7 +70,7 @@ std::optional<double> BatchTest::Step(int k, int n, const RunSwitches& switches)
   return s_.tester().winTotal + s_.tester().lossTotal;
 }
 
-void BatchTest::GoCommand(const RunSwitches& switches) {
+void BatchReport::GoCommand(const RunSwitches& switches) {
   const auto stopLosses = StopLossLevels(levels);
   const auto rsDays = RsLevels(levels);
   Line("Batch Testing " + s_.listName);
@@ -101,7 +101,7 @@ void BatchTest::GoCommand(const RunSwitches& switches) {
        std::to_string(bestDays) + " days.");
 }
 
-void BatchTest::RunBatch(const RunSwitches& switches) {
+void BatchReport::RunBatch(const RunSwitches& switches) {
   const auto stopLosses = StopLossLevels(levels);
   const auto rsDays = RsLevels(levels);
   Line("Batch Testing " + s_.listName + " for stoploss settings starting" + StopLossRange());
