@@ -20,6 +20,6 @@ for fuzzer in "$build"/tests/fuzz/fuzz_*; do
     echo "$name: a finding, see $build/findings/$name.log"
     tail -n 30 "$build/findings/$name.log"
   fi
-  grep -E "stat::number_of_executed_units|stat::new_units_added" "$build/findings/$name.log" || true
+  grep -E "stat::(number_of_executed_units|average_exec_per_sec|new_units_added|peak_rss_mb)" "$build/findings/$name.log" || true
 done
 exit $status

@@ -12,6 +12,7 @@
 #include "halvard/platform/app_paths.h"
 #include "halvard/platform/clock.h"
 #include "halvard/platform/files.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/samples_folder.h"
 #include "halvard/runs/stale_prices.h"
 #include "halvard/settings/folders.h"
@@ -29,7 +30,8 @@ Assignment ParseSet(const std::string& assignment) {
   const size_t slash = assignment.find('/');
   const size_t eq = assignment.find('=', slash == std::string::npos ? 0 : slash);
   if (slash == std::string::npos || eq == std::string::npos) {
-    throw UsageError("--set \"" + assignment + "\": expected \"Section/Value Name=text\"");
+    throw UsageError("--set " + platform::QuoteForMessage(assignment) +
+                     ": expected \"Section/Value Name=text\"");
   }
   return {assignment.substr(0, slash), assignment.substr(slash + 1, eq - slash - 1),
           assignment.substr(eq + 1)};

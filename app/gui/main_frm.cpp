@@ -172,7 +172,9 @@ void MainFrm::StartUp(const StartOptions& options) {
     }
   });
   Guarded([&] { s.epsStore(); });
-  Guarded([&] { s.stockDb(); });
+  // Opened for reading only: the information page and the rank scans only look, and a command
+  // that writes (company data, EPS data, the RS rank) reopens it for writing when it runs.
+  Guarded([&] { s.stockDb(runs::Session::Access::kRead); });
   downloadTimer_->Start();
   chart::InitChart(s.chart, StockGraph_->height());
   s.chart.rangeBars = true;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "halvard/data/price_answer.h"
 #include "halvard/platform/date_text.h"
 #include "local_server.h"
 
@@ -103,11 +104,12 @@ TEST(PriceSources, AnswersThatAreNotPriceDataFailTheSymbolSayingWhich) {
        "/v8/finance/chart/X",
        {404, R"({"chart":{"result":null,"error":{"code":"Not Found",)"
              R"("description":"No data found, symbol may be delisted"}}})"},
-       "a JSON error object (HTTP status 404): Not Found: No data found, symbol may be delisted"},
+       "a JSON error object (HTTP status 404): \"Not Found: No data found, symbol may be "
+       "delisted\""},
       {"tiingo",
        "/tiingo/daily/X/prices",
        {200, R"({"detail":"Error: Ticker 'X' not found"})"},
-       "a JSON error object (HTTP status 200): Error: Ticker 'X' not found"},
+       "a JSON error object (HTTP status 200): \"Error: Ticker 'X' not found\""},
       {"chart", "/v8/finance/chart/X", {200, R"({"chart":{"result":[]}})"}, "wrong shape"},
       {"stooq", "/q/d/l/", {200, "No data"}, "wrong shape"},
       {"tiingo",
@@ -288,6 +290,39 @@ TEST(PriceSources, AProviderChainTriesEachServiceInTurn) {
       y.failure.starts_with("chart: an answer of 2 lines is too short to be price data; "
                             "tiingo: an answer of 2 lines is too short"))
       << y.failure;
+}
+
+// A service may answer anything: what a failure quotes of it is short and shows control bytes
+// as escapes, so a 10 MB page or terminal escapes never reach the terminal or the event log.
+TEST(PriceSources, WhatAServiceSaidIsQuotedShortAndEscaped) {
+  // Built by appending: GCC's bounds warning misreads a literal joined to a long string.
+  const std::string flood(10'000'000, 'x');
+  std::string nulThenFlood(1, '\0');
+  nulThenFlood.append(flood);
+  platform::HttpResponse html;
+  html.status = 200;
+  html.body.append("  <html>\x1b[2J").append(nulThenFlood);
+  platform::HttpResponse json;
+  json.status = 404;
+  json.body.append(R"({"detail":"no\u0000such\u001b[2J)").append(flood).append(R"("})");
+  platform::HttpResponse failed;
+  failed.status = 500;
+  failed.body.append("\r\nbusy\x07").append(flood);
+  const struct {
+    std::string said, starts;
+  } cases[] = {
+      {RefusalOf(html),
+       "an HTML page instead of price data (HTTP status 200): \"<html>\\x1b[2J\\x00x"},
+      {RefusalOf(json), "a JSON error object (HTTP status 404): \"no\\x00such\\x1b[2Jx"},
+      {RefusalOf(failed), "HTTP status 500 (Internal Server Error): \"busy\\x07x"},
+      {WrongShape("no quote values", nulThenFlood),
+       "an answer of the wrong shape (no quote values): \"\\x00x"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.said.rfind(c.starts, 0), 0u) << c.said.substr(0, 300);
+    EXPECT_LT(c.said.size(), 320u);
+    EXPECT_TRUE(c.said.ends_with(" bytes in all)")) << c.said.substr(0, 300);
+  }
 }
 
 TEST(PriceSources, StooqTickers) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "test_support.h"
+
 namespace halvard::data {
 namespace {
 
@@ -12,6 +14,13 @@ TEST(SymbolName, PathsAndControlCharactersAreNoSymbols) {
   for (const char* symbol : {"ORCL", "^IXIC", "BRK.B", "BRK-B", "A&B", "...", "X Y"}) {
     EXPECT_EQ(SymbolProblem(symbol), "") << symbol;
   }
+}
+
+// A symbol typed or read from a list may hold anything; the refusal shows it escaped.
+TEST(SymbolName, ARefusedSymbolIsQuotedWithItsControlCharactersEscaped) {
+  EXPECT_EQ(test::ErrorText([] { RequireSymbolName("A\x1b[2J\nB"); }),
+            "\"A\\x1b[2J\\nB\" is not a symbol: a symbol cannot hold a control character");
+  EXPECT_NO_THROW(RequireSymbolName("BRK.B"));
 }
 
 TEST(SymbolName, AddressPartsEncodeWhatCouldChangeTheRequest) {

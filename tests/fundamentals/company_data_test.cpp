@@ -147,6 +147,22 @@ TEST(EPSStore, AMissingFileIsCreatedEmptyAndQuotedKeysMatchBareSymbols) {
   EXPECT_EQ(test::ReadText(dir / "eps.dat"), "\"msft\",1.3,1.5,1.7\r\nIBM,8.25\r\n");
 }
 
+// Each key keeps its last line, in the order of those lines; a line whose EPS does not read is
+// quoted short, its control bytes escaped.
+TEST(EPSStore, ALineThatIsNoEPSIsQuotedShortAndEscaped) {
+  EPSStore store;
+  const std::string flood(100'000, '9');
+  store.ParseEPSData("A,1\nB,2\na,3\n\"B\",x\x1b[2J" + flood + "\nC,\n", "eps.dat");
+  ASSERT_EQ(store.records().size(), 3u);
+  EXPECT_EQ(store.records()[0].line, "a,3");
+  EXPECT_EQ(store.records()[2].key, "C");
+  double eps = 0;
+  const std::string said = test::ErrorText([&] { store.GetEPS("b", eps); });
+  EXPECT_EQ(said.rfind("eps.dat: the EPS of \"b\" is not a number: \"\"B\",x\\x1b[2J999", 0), 0u)
+      << said.substr(0, 300);
+  EXPECT_LT(said.size(), 300u);
+}
+
 TEST(EPSStore, ADownloadReplacesTheRecordAtTheEndAndAFailureKeepsIt) {
   test::TempDir dir;
   test::LocalServer server;

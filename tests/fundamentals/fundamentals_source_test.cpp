@@ -149,8 +149,9 @@ TEST_F(SourceTest, SummaryNamesTheServicesRefusal) {
                        R"("description":"Quote not found for symbol: NOPE"}}})",
                        "application/json")});
   const auto source = MakeFundamentalsSource(services);
-  EXPECT_EQ(source->StoreCompanyData(db, "NOPE"),
-            "a JSON error object (HTTP status 404): Not Found: Quote not found for symbol: NOPE");
+  EXPECT_EQ(
+      source->StoreCompanyData(db, "NOPE"),
+      "a JSON error object (HTTP status 404): \"Not Found: Quote not found for symbol: NOPE\"");
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #include "halvard/fundamentals/stock_data_store.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "halvard/error.h"
 #include "test_support.h"
+#include "unprivileged.h"
 
 namespace halvard::fundamentals {
 namespace {
@@ -129,32 +129,58 @@ TEST_F(StoreTest, SetExchangeAlwaysFailsAndAReopenedDatabaseKeepsItsColumns) {
   EXPECT_EQ(Column("AvgRS"), "MSFT=2 ");
 }
 
-// Browsing opens the database for reading only, so it works where the user may not write.
+// What browsing sees through a read-only store: the name of MSFT, the RS-rank scan, and what
+// a write says.
+std::string Browse(const std::filesystem::path& file) {
+  StockDataStore browser;
+  browser.InitReadOnly(file);
+  std::string description, industry, exchange, name;
+  double epsRank = 0, rsRank = 0;
+  browser.GetStockData("MSFT", description, epsRank, rsRank, industry, exchange, name);
+  std::string scan;
+  browser.RSRankScan(100, scan);
+  const std::string write = test::ErrorText([&] { browser.SetRSRank("MSFT", 5); });
+  const bool refused = write.find("readonly") != std::string::npos;
+  return name + "|" + description + "|" + scan + "|" + (refused ? "write refused" : write);
+}
+
+// Browsing opens the database for reading only, so it works where the user may not write: a
+// read-only file, a folder nobody may write to. Checked as a user without privileges, since
+// root may write anywhere.
 TEST_F(StoreTest, AReadOnlyStoreReadsTheRowsAndRefusesEveryWrite) {
+  namespace fs = std::filesystem;
   Row("MSFT", 1);
   db.Cleanup();
-  const auto nameOf = [](StockDataStore& store) {
-    std::string description, industry, exchange, name;
-    double epsRank = 0, rsRank = 0;
-    store.GetStockData("MSFT", description, epsRank, rsRank, industry, exchange, name);
-    return name;
-  };
-  StockDataStore reader;
-  reader.InitReadOnly(dir / "stockdata.mdb");
-  EXPECT_EQ(nameOf(reader), "MSFT Inc");
-  EXPECT_NE(test::ErrorText([&] { reader.SetRSRank("MSFT", 5); }).find("readonly"),
-            std::string::npos);
-  reader.Cleanup();
-  if (::geteuid() != 0) {  // root writes into read-only folders
-    namespace fs = std::filesystem;
-    fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
-    StockDataStore browser;
-    browser.InitReadOnly(dir / "stockdata.mdb");
-    const std::string name = nameOf(browser);
-    browser.Cleanup();
-    fs::permissions(dir.path(), fs::perms::owner_all);
-    EXPECT_EQ(name, "MSFT Inc");
-  }
+  const fs::path file = dir / "stockdata.mdb";
+  EXPECT_EQ(Browse(file), "MSFT Inc||MSFT\r\n|write refused");
+
+  fs::permissions(dir.path(), fs::perms(0777));
+  fs::permissions(file, fs::perms(0444));
+  EXPECT_EQ(test::AsUnprivilegedUser([&] { return Browse(file); }),
+            "MSFT Inc||MSFT\r\n|write refused");
+
+  fs::permissions(file, fs::perms(0644));
+  fs::permissions(dir.path(), fs::perms(0555));
+  EXPECT_EQ(test::AsUnprivilegedUser([&] { return Browse(file); }),
+            "MSFT Inc||MSFT\r\n|write refused");
+  fs::permissions(dir.path(), fs::perms::owner_all);
+}
+
+// Before anything was downloaded there is no database: looking sees no stocks and creates no
+// file, in a folder open to writing or not.
+TEST_F(StoreTest, AReadOnlyStoreOfAMissingFileSeesNoStocksAndCreatesNothing) {
+  namespace fs = std::filesystem;
+  const fs::path file = dir / "later" / "stockdata.mdb";
+  fs::create_directory(dir / "later");
+  EXPECT_EQ(Browse(file), "|Not yet downloaded||write refused");
+  EXPECT_FALSE(fs::exists(file));
+
+  fs::permissions(dir / "later", fs::perms(0555));
+  fs::permissions(dir.path(), fs::perms(0755));
+  EXPECT_EQ(test::AsUnprivilegedUser([&] { return Browse(file); }),
+            "|Not yet downloaded||write refused");
+  fs::permissions(dir / "later", fs::perms::owner_all);
+  EXPECT_FALSE(fs::exists(file));
 }
 
 TEST_F(StoreTest, AFailedInitLeavesEveryLaterStatementFailingWithThePath) {

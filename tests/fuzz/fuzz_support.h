@@ -37,18 +37,20 @@ class FixedAnswer : public platform::HttpClient {
   std::string body_;
 };
 
-// Runs fn, letting only a halvard::Error end it quietly.
+// Runs fn, letting only a halvard::Error end it quietly; false when one did.
 template <class Fn>
-void Refusable(Fn&& fn);
+bool Refusable(Fn&& fn);
 
 }  // namespace halvard::fuzz
 
 #include "halvard/error.h"
 
 template <class Fn>
-void halvard::fuzz::Refusable(Fn&& fn) {
+bool halvard::fuzz::Refusable(Fn&& fn) {
   try {
     fn();
+    return true;
   } catch (const Error&) {
+    return false;
   }
 }

@@ -1,4 +1,4 @@
-// The price-file loader over any file text.
+// The price-file loader over any file text, held in memory as the loader parses it.
 
 #include <memory>
 
@@ -8,7 +8,6 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace halvard;
   static auto series = std::make_unique<data::PriceSeries>();
-  const auto file = fuzz::ScratchFile("FUZZ.txt", fuzz::Text(data, size));
-  fuzz::Refusable([&] { data::LoadStockFile(*series, file.string()); });
+  fuzz::Refusable([&] { data::LoadStockText(*series, fuzz::Text(data, size), "FUZZ.txt"); });
   return 0;
 }

@@ -1,5 +1,6 @@
 // The settings file over any text: every setting and the services section read from it, then
-// written back and read again, which must give the same settings.
+// written back and read again, which must give the same settings. The file is held in memory, as
+// the store reads it.
 
 #include <cstdlib>
 
@@ -9,21 +10,22 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace halvard;
-  const auto file = fuzz::ScratchFile("settings.ini", fuzz::Text(data, size));
+  const auto stored =
+      settings::MRegistry::InMemory(std::string(fuzz::Text(data, size)), "settings.ini");
   settings::Config config;
   fuzz::Refusable([&] {
-    config.ReadConfig(settings::MRegistry(file));
-    settings::ReadServiceSettings(settings::MRegistry(file));
-    const auto written = fuzz::ScratchFolder() / "written.ini";
-    std::filesystem::remove(written);
-    config.WriteConfig(settings::MRegistry(written));
+    config.ReadConfig(stored);
+    settings::ReadServiceSettings(stored);
+    const auto written = settings::MRegistry::InMemory("", "written.ini");
+    config.WriteConfig(written);
     settings::Config back;
-    back.ReadConfig(settings::MRegistry(written));
-    if (settings::SettingsAsText(back).size() != settings::SettingsAsText(config).size()) abort();
-    for (size_t i = 0; i < settings::SettingsAsText(config).size(); ++i) {
-      if (settings::SettingsAsText(back)[i].text != settings::SettingsAsText(config)[i].text) {
-        abort();  // a setting the program stored does not read back
-      }
+    back.ReadConfig(settings::MRegistry::InMemory(written.MemoryText(), "written.ini"));
+    const auto before = settings::SettingsAsText(config);
+    const auto after = settings::SettingsAsText(back);
+    if (after.size() != before.size()) abort();
+    for (size_t i = 0; i < before.size(); ++i) {
+      // A setting the program stored that does not read back.
+      if (after[i].text != before[i].text) abort();
     }
   });
   return 0;

@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QSet>
 #include <QTest>
 #include <QTimer>
@@ -578,6 +579,27 @@ class MainFrmTest : public QObject {
     QVERIFY(!QFile::exists(ws.lists() + "/never.inc"));
     QVERIFY(w->menuBar()->isEnabled());
     QVERIFY(!w->progressWindow().isVisible());
+  }
+
+  // Looking never writes the stock database: start-up, the information page and a rank scan
+  // work while it does not exist, and it first appears when a command that writes it runs.
+  void onlyACommandThatWritesCreatesTheStockDatabase() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    const QString database = ws.lists() + "/stockdata.mdb";
+    QVERIFY(!QFile::exists(database));
+    w->findChild<QListWidget*>(QStringLiteral("HotList"))->setCurrentRow(1);
+    QCOMPARE(w->findChild<QPlainTextEdit*>(QStringLiteral("stockSummary"))->toPlainText(),
+             QStringLiteral("Not yet downloaded"));
+    w->findChild<QAction*>(QStringLiteral("topRSRankScanMnuItem"))->trigger();
+    QCOMPARE(dialogs.proposedSaves.size(), size_t{1});  // the scan ran to its end
+    QVERIFY(w->session().resultText.empty());
+    QVERIFY(dialogs.messages.empty());
+    QVERIFY(!QFile::exists(database));
+    w->findChild<QAction*>(QStringLiteral("computeRSRankMnuItem"))->trigger();
+    QVERIFY(dialogs.messages.empty());
+    QVERIFY(QFile::exists(database));
   }
 
   // Every scan of the library has its menu entry, and so has every secondary window.

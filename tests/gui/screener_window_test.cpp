@@ -135,17 +135,24 @@ class ScreenerWindowTest : public QObject {
     QCOMPARE(dialogs.messages[0].text,
              QStringLiteral("\"2x0\" is not a number. The least share price is unchanged."));
     QCOMPARE(Text(s, "price-min"), QStringLiteral("20"));
+    // A page pasted into the field is quoted short.
+    Type(s, "price-min", QString(300, u'9') + u'x');
+    QCOMPARE(dialogs.messages.size(), size_t{2});
+    QCOMPARE(dialogs.messages[1].text, QLatin1Char('"') + QString(200, u'9') +
+                                           QStringLiteral("\"... (301 bytes in all) is not a "
+                                                          "number. The least share price is "
+                                                          "unchanged."));
     QCOMPARE(Text(s, "query"), QStringLiteral("/screen?price=20..&page=1"));
     Type(s, "price-max", "30");
     Type(s, "market-cap-min", "1000");
     s.findChild<QLineEdit*>(QStringLiteral("beta-max"))->setText("high");  // not left yet
     Click(s, "runBtn");
-    QCOMPARE(dialogs.messages.size(), size_t{2});
-    QVERIFY(dialogs.messages[1].text.contains(QStringLiteral("The most beta")));
+    QCOMPARE(dialogs.messages.size(), size_t{3});
+    QVERIFY(dialogs.messages[2].text.contains(QStringLiteral("The most beta")));
     QVERIFY(Listed(s).isEmpty() && !s.findChild<QPushButton*>("saveBtn")->isEnabled());
     Type(s, "beta-max", "1.5");
     Click(s, "runBtn");
-    QCOMPARE(dialogs.messages.size(), size_t{2});
+    QCOMPARE(dialogs.messages.size(), size_t{3});
     QCOMPARE(Listed(s), expected);
     QCOMPARE(Text(s, "foundLabel"),
              QStringLiteral("%1 symbols found in the local data.").arg(expected.size()));

@@ -9,6 +9,7 @@
 
 #include "halvard/error.h"
 #include "test_support.h"
+#include "unprivileged.h"
 
 namespace halvard::platform {
 namespace {
@@ -48,14 +49,15 @@ TEST(Files, AFailedWriteNamesTheFileAndKeepsTheOldOne) {
   const std::string error =
       test::ErrorText([&] { WriteFileAtomically(dir / "nofolder" / "x.inc", "t"); });
   EXPECT_NE(error.find("nofolder/x.inc"), std::string::npos) << error;
-  if (::geteuid() != 0) {  // root writes into read-only folders
-    const fs::path file = dir / "kept.inc";
-    WriteText(file, "old");
-    fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
-    EXPECT_THROW(WriteFileAtomically(file, "new"), Error);
-    fs::permissions(dir.path(), fs::perms::owner_all);
-    EXPECT_EQ(ReadText(file), "old");
-  }
+  const fs::path file = dir / "kept.inc";
+  WriteText(file, "old");
+  fs::permissions(dir.path(), fs::perms(0555));  // nobody may write; anybody may look
+  const std::string refused = test::AsUnprivilegedUser(
+      [&] { return test::ErrorText([&] { WriteFileAtomically(file, "new"); }); });
+  fs::permissions(dir.path(), fs::perms::owner_all);
+  EXPECT_EQ(refused.rfind(file.string() + ": cannot create a file in its folder", 0), 0u)
+      << refused;
+  EXPECT_EQ(ReadText(file), "old");
 }
 
 TEST(Files, ReadsWholeFilesAndNamesOneThatIsMissing) {

@@ -93,6 +93,24 @@ TEST(Registry, ABrokenFileIsReportedWithItsLine) {
   EXPECT_EQ(ReadText(dir / "s.ini"), "[Batch]\nBuyMode=1\nthis line means nothing\n");
 }
 
+// A store over text in memory reads and writes as one over a file would, and touches no disk.
+TEST(Registry, AStoreInMemoryReadsAndWritesItsTextAsTheFile) {
+  TempDir dir;
+  const MRegistry store = MRegistry::InMemory("; mine\n[Batch]\nBuyMode=1\n", dir / "s.ini");
+  EXPECT_EQ(store.GetString(kAppName, "batch", "buymode", ""), "1");
+  const MRegistry copy = store;
+  copy.SaveStrings(kAppName, {{"Batch", "RS Days", "7"}, {"View", "Current", "2"}});
+  EXPECT_EQ(store.MemoryText(),
+            "; mine\r\n[Batch]\r\nBuyMode=1\r\nRS Days=7\r\n\r\n[View]\r\nCurrent=2\r\n");
+  EXPECT_EQ(store.GetString(kAppName, "View", "Current", ""), "2");
+  EXPECT_FALSE(std::filesystem::exists(dir / "s.ini"));
+
+  const MRegistry broken = MRegistry::InMemory("[Batch]\nnothing\n", dir / "s.ini");
+  const std::string message =
+      ErrorOf([&] { broken.GetString(kAppName, "Batch", "BuyMode", ""); }).first;
+  EXPECT_NE(message.find("s.ini line 2: expected"), std::string::npos) << message;
+}
+
 TEST(Registry, AFolderThatCannotBeWrittenFailsTheSave) {
   TempDir dir;
   WriteText(dir / "file", "");

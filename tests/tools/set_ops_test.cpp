@@ -50,9 +50,10 @@ TEST_F(SetOpsTest, AnEmptySecondListAndTheFileWritten) {
 }
 
 TEST_F(SetOpsTest, ASymbolListedTwiceOrAMissingListIsAnError) {
-  EXPECT_EQ(test::ErrorText([&] { Read("MSFT\r\nIBM\r\nmsft\r\n"); }),
-            (dir / "list.inc").string() +
-                ": the symbol msft is in the list twice; remove one of them to combine the list");
+  EXPECT_EQ(
+      test::ErrorText([&] { Read("MSFT\r\nIBM\r\nmsft\r\n"); }),
+      (dir / "list.inc").string() +
+          ": the symbol \"msft\" is in the list twice; remove one of them to combine the list");
   SetOps set;
   EXPECT_THROW(set.Initialize(dir / "none.inc"), Error);
 }

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "halvard/platform/date_text.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
 
 namespace halvard::data {
@@ -21,12 +22,7 @@ std::string_view SkipBlanks(std::string_view body) {
 
 // The start of a body on one line, for a log entry.
 std::string Quote(std::string_view body) {
-  constexpr size_t kShown = 160;
-  std::string shown(SkipBlanks(body).substr(0, kShown));
-  std::replace_if(
-      shown.begin(), shown.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-  if (SkipBlanks(body).size() > kShown) shown += "...";
-  return "\"" + shown + "\"";
+  return platform::QuoteForMessage(SkipBlanks(body));
 }
 
 std::string TextOf(const nlohmann::json& value) {
@@ -84,7 +80,7 @@ std::string RefusalOf(const platform::HttpResponse& response, std::string_view e
            "): " + Quote(response.body);
   }
   if (const std::string message = JsonErrorMessage(response.body); !message.empty()) {
-    return "a JSON error object (" + status + "): " + message;
+    return "a JSON error object (" + status + "): " + platform::QuoteForMessage(message);
   }
   if (response.status < 200 || response.status > 299) {
     const std::string said = SkipBlanks(response.body).empty() ? "" : ": " + Quote(response.body);

@@ -2,6 +2,7 @@
 
 #include "halvard/data/crumb_session.h"
 #include "halvard/error.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/paced_http_client.h"
 
 namespace halvard::data {
@@ -65,7 +66,8 @@ std::unique_ptr<PriceSource> MakeOneSource(const settings::ServiceSettings& s,
     }
     return MakeTiingoSource(s.tiingoHost, s.tiingoToken, Client(kOwnAgent, true));
   }
-  throw Error("no price service named \"" + provider + "\" (table, chart, stooq or tiingo)");
+  throw Error("no price service named " + platform::QuoteForMessage(provider) +
+              " (table, chart, stooq or tiingo)");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "halvard/error.h"
+#include "halvard/platform/message_text.h"
 
 namespace halvard::data {
 
@@ -20,7 +21,7 @@ std::string SymbolProblem(std::string_view symbol) {
 
 void RequireSymbolName(std::string_view symbol) {
   if (const std::string problem = SymbolProblem(symbol); !problem.empty()) {
-    throw Error("\"" + std::string(symbol) + "\" is not a symbol: " + problem);
+    throw Error(platform::QuoteForMessage(symbol) + " is not a symbol: " + problem);
   }
 }
 

@@ -7,6 +7,7 @@
 #include "halvard/error.h"
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
+#include "halvard/platform/message_text.h"
 
 namespace halvard::data {
 using platform::LineReader;
@@ -29,8 +30,13 @@ std::string_view TrimBlanks(std::string_view s) {
 std::vector<std::string> ReadWatchList(const fs::path& path, Quotes quotes, Names names) {
   const std::optional<std::string> text = platform::ReadFileIfExists(path);
   if (!text) throw Error("watch list " + path.string() + " does not exist");
+  return ParseWatchList(*text, path, quotes, names);
+}
+
+std::vector<std::string> ParseWatchList(std::string_view text, const fs::path& path, Quotes quotes,
+                                        Names names) {
   std::vector<std::string> symbols;
-  LineReader reader(*text);
+  LineReader reader(text);
   std::string_view line;
   std::string unquoted;
   while (reader.Next(line)) {
@@ -44,7 +50,7 @@ std::vector<std::string> ReadWatchList(const fs::path& path, Quotes quotes, Name
     if (names == Names::kSymbols) {
       if (const std::string problem = SymbolProblem(line); !problem.empty()) {
         throw Error("watch list " + path.string() + " line " + std::to_string(reader.number()) +
-                    ": \"" + std::string(line) + "\" is not a symbol: " + problem);
+                    ": " + platform::QuoteForMessage(line) + " is not a symbol: " + problem);
       }
     }
     symbols.emplace_back(line);

@@ -21,6 +21,10 @@ enum class Names { kAny, kSymbols };
 std::vector<std::string> ReadWatchList(const std::filesystem::path& path,
                                        Quotes quotes = Quotes::kKeep, Names names = Names::kAny);
 
+// The same parse of a list's text held in memory, as if read from path (which the errors name).
+std::vector<std::string> ParseWatchList(std::string_view text, const std::filesystem::path& path,
+                                        Quotes quotes = Quotes::kKeep, Names names = Names::kAny);
+
 // The in-memory text of a list: each symbol followed by CR LF.
 std::string WatchListText(const std::vector<std::string>& symbols);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 
 #include "halvard/data/symbol_name.h"
 #include "halvard/error.h"
@@ -9,6 +10,7 @@
 #include "halvard/fundamentals/service_fetch.h"
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
+#include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
 
 namespace halvard::fundamentals {
@@ -20,25 +22,45 @@ std::string KeyOfLine(std::string_view line) {
   return ReplaceAll(std::string(line.substr(0, line.find(','))), "\"", "");
 }
 
+// Keys match without regard to ASCII case, as EqualsIgnoreCase compares them.
+std::string FoldCase(std::string key) {
+  for (char& c : key) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return key;
+}
+
 }  // namespace
 
 void EPSStore::ReadEPSData(const std::filesystem::path& path) {
-  path_ = path;
-  records_.clear();
   const auto text = platform::ReadFileIfExists(path);
   if (!text) {
+    path_ = path;
+    records_.clear();
     platform::WriteFileAtomically(path, "");
     return;
   }
-  platform::LineReader lines(*text);
-  std::string_view line;
-  while (lines.Next(line)) {
+  ParseEPSData(*text, path);
+}
+
+void EPSStore::ParseEPSData(std::string_view text, const std::filesystem::path& path) {
+  path_ = path;
+  records_.clear();
+  // A stock downloaded twice by an older version may have two lines; the later one is the newer
+  // download and keeps its place. The last line of each key is found first, so the read takes
+  // time in proportion to the lines, however many stocks the file holds.
+  std::vector<std::string_view> lines;
+  std::unordered_map<std::string, size_t> lastLineOfKey;
+  platform::LineReader reader(text);
+  for (std::string_view line; reader.Next(line);) {
     if (line.empty()) continue;
-    // A stock downloaded twice by an older version may have two lines; the later one is the
-    // newer download.
-    const std::string key = KeyOfLine(line);
-    Remove(key);
-    records_.push_back({key, std::string(line)});
+    lastLineOfKey[FoldCase(KeyOfLine(line))] = lines.size();
+    lines.push_back(line);
+  }
+  for (size_t i = 0; i < lines.size(); ++i) {
+    std::string key = KeyOfLine(lines[i]);
+    if (lastLineOfKey.at(FoldCase(key)) != i) continue;
+    records_.push_back({std::move(key), std::string(lines[i])});
   }
 }
 
@@ -61,7 +83,8 @@ void EPSStore::GetEPS(const std::string& symbol, double& eps) const {
   const bool hasSecond = platform::SplitFields(r->line, fields) >= 2;
   const auto value = hasSecond ? platform::ParseDouble(fields[1]) : std::nullopt;
   if (!value) {
-    throw Error(path_.string() + ": the EPS of " + symbol + " is not a number: " + r->line);
+    throw Error(path_.string() + ": the EPS of " + platform::QuoteForMessage(symbol) +
+                " is not a number: " + platform::QuoteForMessage(r->line));
   }
   eps = *value;
 }

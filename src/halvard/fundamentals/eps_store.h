@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "halvard/platform/http_client.h"
@@ -22,6 +23,8 @@ class EPSStore {
  public:
   // Remembers the path and reads every line as a record. A missing file is created empty.
   void ReadEPSData(const std::filesystem::path& path);
+  // The same read of the file's text held in memory, as if read from path.
+  void ParseEPSData(std::string_view text, const std::filesystem::path& path);
   // Rewrites the remembered file (atomically), every record in order, each ended by CR LF.
   void WriteEPSData() const;
 

@@ -98,6 +98,17 @@ void SqlDatabase::Open(const std::filesystem::path& path, bool createIfMissing, 
                nullptr);
 }
 
+void SqlDatabase::OpenInMemory(const std::filesystem::path& path) {
+  Close();
+  path_ = path;
+  sqlite3* db = nullptr;
+  if (sqlite3_open(":memory:", &db) != SQLITE_OK) {
+    sqlite3_close(db);
+    throw Error(path.string() + ": cannot open an empty database in memory");
+  }
+  db_ = db;
+}
+
 void SqlDatabase::Close() {
   statements_.clear();  // every statement is finalized before its connection closes
   if (db_) sqlite3_close_v2(db_);

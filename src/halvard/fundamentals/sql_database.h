@@ -47,6 +47,9 @@ class SqlDatabase {
   // only (a folder the user may not write to can still be browsed). A failure is a
   // halvard::Error.
   void Open(const std::filesystem::path& path, bool createIfMissing, bool readOnly = false);
+  // An empty database held in memory, standing in for a file that does not exist yet; the path
+  // names it in messages.
+  void OpenInMemory(const std::filesystem::path& path);
   void Close();
   bool isOpen() const { return db_ != nullptr; }
   const std::filesystem::path& path() const { return path_; }

@@ -25,24 +25,39 @@ void StockDataStore::Init(const std::filesystem::path& path) {
     std::error_code ignored;
     const bool fresh = !std::filesystem::exists(path, ignored);
     db_.Open(path, fresh);
-    if (fresh) {
-      db_.Execute(kCreateStocks);
-      // Every statement finds its row by symbol; not unique, since nothing forbids a second row.
-      db_.Execute("CREATE INDEX StocksBySymbol ON Stocks (Symbol)");
-    }
-    db_.Execute("ALTER TABLE Stocks ADD COLUMN PrevAvgRS Number;");
-    db_.Execute("ALTER TABLE Stocks ADD COLUMN AvgRS Number;");
+    if (fresh) CreateStocksTable();
+    AddRSAverageColumns();
   } catch (const Error&) {
   }
 }
 
 void StockDataStore::InitReadOnly(const std::filesystem::path& path) {
-  std::error_code ignored;
-  if (!std::filesystem::exists(path, ignored)) return Init(path);
   try {
-    db_.Open(path, false, true);
+    std::error_code ignored;
+    if (std::filesystem::exists(path, ignored)) {
+      db_.Open(path, false, true);
+      return;
+    }
+    // Nothing downloaded yet: an empty table answers every read, and the file is first created
+    // by a command that writes it, so looking never writes (nor needs a folder open to writing).
+    db_.OpenInMemory(path);
+    CreateStocksTable();
+    AddRSAverageColumns();
+    db_.Execute("PRAGMA query_only = ON");  // a write here would be lost: refused instead
   } catch (const Error&) {
+    db_.Close();
   }
+}
+
+void StockDataStore::CreateStocksTable() {
+  db_.Execute(kCreateStocks);
+  // Every statement finds its row by symbol; not unique, since nothing forbids a second row.
+  db_.Execute("CREATE INDEX StocksBySymbol ON Stocks (Symbol)");
+}
+
+void StockDataStore::AddRSAverageColumns() {
+  db_.Execute("ALTER TABLE Stocks ADD COLUMN PrevAvgRS Number;");
+  db_.Execute("ALTER TABLE Stocks ADD COLUMN AvgRS Number;");
 }
 
 void StockDataStore::Cleanup() {

@@ -35,8 +35,9 @@ class StockDataStore {
   // that does not exist yet is first created with an empty Stocks table.
   void Init(const std::filesystem::path& path);
   // Opens an existing file for reading only, without adding columns, so that a folder the user
-  // may not write to can be browsed; a file that does not exist yet is created as by Init. A
-  // failure leaves the store closed, silently, as Init does.
+  // may not write to can be browsed. A file that does not exist yet is not created: the store
+  // reads an empty table held in memory and refuses writes. A failure leaves the store closed,
+  // silently, as Init does.
   void InitReadOnly(const std::filesystem::path& path);
   void Cleanup();
   bool isOpen() const { return db_.isOpen(); }
@@ -91,6 +92,8 @@ class StockDataStore {
   void getSummaryInfo(const std::string& symbol, std::string& description, std::string& industry);
 
  private:
+  void CreateStocksTable();
+  void AddRSAverageColumns();
   void AppendSymbols(const std::string& query, int16_t percentage, std::string& result);
   void SetColumn(const char* column, SqlValue value, const std::string& symbol);
 

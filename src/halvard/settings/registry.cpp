@@ -62,23 +62,29 @@ Line ParseLine(std::string text, const fs::path& file, size_t number) {
   return line;
 }
 
-// The document of the file; an empty one when the file does not exist.
-Document Load(const fs::path& file, int errorNumber, const char* errorText) {
+Document Parse(std::string_view content, const fs::path& file) {
   Document doc;
+  platform::LineReader reader(content);
+  std::string_view line;
+  while (reader.Next(line))
+    doc.lines.push_back(ParseLine(std::string(line), file, reader.number()));
+  return doc;
+}
+
+// The document of the file, or of the in-memory text when there is one; an empty one when the
+// file does not exist.
+Document Load(const fs::path& file, const std::string* memory, int errorNumber,
+              const char* errorText) {
   try {
+    if (memory) return Parse(*memory, file);
     struct stat st;
-    if (::stat(file.c_str(), &st) != 0 && errno == ENOENT) return doc;
-    const std::string content = platform::ReadWholeFile(file);
-    platform::LineReader reader(content);
-    std::string_view line;
-    while (reader.Next(line))
-      doc.lines.push_back(ParseLine(std::string(line), file, reader.number()));
+    if (::stat(file.c_str(), &st) != 0 && errno == ENOENT) return Document{};
+    return Parse(platform::ReadWholeFile(file), file);
   } catch (const RegistryError&) {
     throw;
   } catch (const Error& e) {
     throw RegistryError(errorNumber, std::string(errorText) + ": " + e.what());
   }
-  return doc;
 }
 
 // Index of the section's header line, if any.
@@ -156,6 +162,16 @@ bool StoredTextReadsBack(std::string_view value) {
 MRegistry::MRegistry(fs::path file)
     : file_(std::move(file)), read_(std::make_shared<std::shared_ptr<const Document>>()) {}
 
+MRegistry MRegistry::InMemory(std::string text, fs::path name) {
+  MRegistry store(std::move(name));
+  store.memory_ = std::make_shared<std::string>(std::move(text));
+  return store;
+}
+
+std::string MRegistry::MemoryText() const {
+  return memory_ ? *memory_ : std::string();
+}
+
 void MRegistry::SaveString(std::string_view appName, std::string_view section, std::string_view key,
                            std::string_view value) const {
   SaveStrings(appName, {{std::string(section), std::string(key), std::string(value)}});
@@ -164,12 +180,18 @@ void MRegistry::SaveString(std::string_view appName, std::string_view section, s
 void MRegistry::SaveStrings(std::string_view appName,
                             const std::vector<StoredValue>& values) const {
   for (const StoredValue& v : values) CheckNames(appName, v.section, v.key);
-  Document doc = Load(file_, kErrorCannotCreate, "Could not open/create registry section");
+  Document doc =
+      Load(file_, memory_.get(), kErrorCannotCreate, "Could not open/create registry section");
   for (const StoredValue& v : values) Set(doc, v);
   std::string content;
   for (const Line& l : doc.lines) {
     content += l.text;
     content += "\r\n";
+  }
+  if (memory_) {
+    *memory_ = std::move(content);
+    *read_ = std::make_shared<const Document>(std::move(doc));
+    return;
   }
   std::error_code ec;
   if (file_.has_parent_path()) fs::create_directories(file_.parent_path(), ec);
@@ -191,7 +213,7 @@ std::string MRegistry::GetString(std::string_view appName, std::string_view sect
   CheckNames(appName, section, key);
   if (!*read_) {
     *read_ = std::make_shared<const Document>(
-        Load(file_, kErrorCannotOpen, "Could not open registry section"));
+        Load(file_, memory_.get(), kErrorCannotOpen, "Could not open registry section"));
   }
   const Document& doc = **read_;
   const auto header = FindSection(doc, section);

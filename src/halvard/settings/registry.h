@@ -52,6 +52,12 @@ class MRegistry {
  public:
   explicit MRegistry(std::filesystem::path file);
 
+  // A store over a text held in memory instead of a file: read as the file would be (the errors
+  // name the given file name) and written back into that text, never to disk.
+  static MRegistry InMemory(std::string text, std::filesystem::path name);
+  // The text of an in-memory store as its file would hold it; empty for a store over a file.
+  std::string MemoryText() const;
+
   const std::filesystem::path& file() const { return file_; }
 
   void SaveString(std::string_view appName, std::string_view section, std::string_view key,
@@ -70,6 +76,8 @@ class MRegistry {
   std::filesystem::path file_;
   // Shared by the copies of one store: one read per run, whichever copy asks first.
   std::shared_ptr<std::shared_ptr<const Document>> read_;
+  // The text of an in-memory store, shared by its copies; null for a store over a file.
+  std::shared_ptr<std::string> memory_;
 };
 
 }  // namespace halvard::settings

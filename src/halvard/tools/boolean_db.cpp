@@ -11,15 +11,16 @@
 namespace halvard::tools {
 
 void BooleanDB::ReadFile(const std::filesystem::path& path, bool createIfMissing) {
+  const auto text = platform::ReadFileIfExists(path);
+  ReadText(text.value_or(""), path);
+  if (!text && createIfMissing) platform::WriteFileAtomically(path, "");
+}
+
+void BooleanDB::ReadText(std::string_view text, const std::filesystem::path& path) {
   path_ = path;
   records_.clear();
   position_ = 0;
-  const auto text = platform::ReadFileIfExists(path);
-  if (!text) {
-    if (createIfMissing) platform::WriteFileAtomically(path, "");
-    return;
-  }
-  platform::LineReader reader(*text);
+  platform::LineReader reader(text);
   for (std::string_view line; reader.Next(line);) records_.emplace_back(line);
 }
 

@@ -23,6 +23,8 @@ class BooleanDB {
   // created empty, unless createIfMissing is false (a command that only looks, which must work
   // in a folder the user may not write to): then there are no records.
   void ReadFile(const std::filesystem::path& path, bool createIfMissing = true);
+  // The same read of the file's text held in memory, as if read from path.
+  void ReadText(std::string_view text, const std::filesystem::path& path);
   // Rewrites the remembered file (atomically), one record a line, CR LF.
   void WriteFile() const;
 

@@ -5,6 +5,7 @@
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
 #include "halvard/platform/files.h"
+#include "halvard/platform/message_text.h"
 
 namespace halvard::tools {
 namespace {
@@ -44,7 +45,7 @@ void SetOps::Initialize(const std::filesystem::path& path) {
   keys_.clear();
   for (const std::string& symbol : data::ReadWatchList(path, data::Quotes::kStrip)) {
     if (!Add(symbol)) {
-      throw Error(path.string() + ": the symbol " + symbol +
+      throw Error(path.string() + ": the symbol " + platform::QuoteForMessage(symbol) +
                   " is in the list twice; remove one of them to combine the list");
     }
   }
