@@ -95,8 +95,8 @@ class Session {
 
   // The stock database (stockdata.mdb in the watch-list folder) and the EPS lines (eps.dat in
   // the stock files folder), opened and read when first asked for, as the folders are then.
-  // kRead opens an existing database for reading only, so that browsing works in a folder the
-  // user may not write to; kWrite (re)opens it for writing.
+  // kRead opens the database for reading only, so that browsing works in a folder the user may
+  // not write to (and creates no file while there is none); kWrite (re)opens it for writing.
   enum class Access { kRead, kWrite };
   fundamentals::StockDataStore& stockDb(Access access = Access::kWrite);
   fundamentals::EPSStore& epsStore();
