@@ -1,6 +1,9 @@
 # Thin wrapper over CMake: what the README tells a newcomer to type.
 BUILD ?= build
 JOBS ?= 2
+# Optimised, without debug information: the quickest build from scratch. For a debugger,
+# make BUILD_TYPE=Debug (in a fresh BUILD folder), or make asan.
+BUILD_TYPE ?= Release
 CMAKE_FLAGS ?=
 
 .PHONY: all deps build programs test run bench asan fuzz package clang clean
@@ -11,7 +14,7 @@ deps:
 	scripts/install-deps.sh
 
 $(BUILD)/CMakeCache.txt:
-	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS)
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) $(CMAKE_FLAGS)
 
 build: $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <fstream>
 #include <memory>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -31,6 +30,27 @@ class MarketGeneratorTest : public ::testing::Test {
 
   fs::path root_;
 };
+
+bool IsWholeNumber(std::string_view field) {
+  return !field.empty() &&
+         std::all_of(field.begin(), field.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+bool HasTwoDecimals(std::string_view field) {
+  const size_t dot = field.find('.');
+  return dot != std::string_view::npos && IsWholeNumber(field.substr(0, dot)) &&
+         field.size() - dot == 3 && IsWholeNumber(field.substr(dot + 1));
+}
+
+std::vector<std::string_view> Fields(std::string_view line) {
+  std::vector<std::string_view> fields;
+  for (size_t comma; (comma = line.find(',')) != std::string_view::npos;) {
+    fields.push_back(line.substr(0, comma));
+    line.remove_prefix(comma + 1);
+  }
+  fields.push_back(line);
+  return fields;
+}
 
 std::string Read(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
@@ -76,17 +96,20 @@ TEST_F(MarketGeneratorTest, FilesHaveThePriceFileLayout) {
   const std::string header = "Date,Open,High,Low,Close,Volume,Adj Close\r\n";
   ASSERT_EQ(text.substr(0, header.size()), header);
   // Two decimals on every price, a whole volume, the adjusted close equal to the close, CR LF.
-  const std::regex line(
-      R"(\d{4}-\d\d-\d\d,(\d+\.\d\d),\d+\.\d\d,\d+\.\d\d,(\d+\.\d\d),\d+,(\d+\.\d\d)\r\n)");
-  std::string rest = text.substr(header.size());
+  std::string_view rest = std::string_view(text).substr(header.size());
   const std::vector<std::string> dates = {"2017-12-29", "2017-12-28", "2017-12-27", "2017-12-26",
                                           "2017-12-25"};
   for (const std::string& date : dates) {
-    std::smatch m;
-    ASSERT_TRUE(std::regex_search(rest, m, line, std::regex_constants::match_continuous)) << rest;
-    EXPECT_EQ(m.str(0).substr(0, 10), date);
-    EXPECT_EQ(m.str(2), m.str(3));
-    rest = m.suffix();
+    const size_t end = rest.find("\r\n");
+    ASSERT_NE(end, std::string_view::npos) << rest;
+    const std::vector<std::string_view> fields = Fields(rest.substr(0, end));
+    ASSERT_EQ(fields.size(), 7u) << rest.substr(0, end);
+    EXPECT_EQ(fields[0], date);
+    for (const size_t price : {1, 2, 3, 4, 6})
+      EXPECT_TRUE(HasTwoDecimals(fields[price])) << fields[price];
+    EXPECT_TRUE(IsWholeNumber(fields[5])) << fields[5];
+    EXPECT_EQ(fields[4], fields[6]);
+    rest.remove_prefix(end + 2);
   }
   EXPECT_EQ(rest, "");
   EXPECT_EQ(Read(root_ / kMarketListName), "S0000\r\nS0001\r\nS0002\r\n\r\n");

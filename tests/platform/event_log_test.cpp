@@ -2,12 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <algorithm>
 
 #include "test_support.h"
 
 namespace halvard::platform {
 namespace {
+
+// The text with every digit shown as 9: the shape of the times the log wrote just now.
+std::string DigitsAsNines(std::string text) {
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }, '9');
+  return text;
+}
 
 TEST(EventLog, OneEntryALineWithTimeSeverityAndText) {
   std::tm t{};
@@ -29,10 +36,9 @@ TEST(EventLog, AppendsToTheFileAndMakesItsFolder) {
   FileEventLog log(dir / "state" / "halvard600" / "debug.log");
   log.Write(EventType::kInformation, "Downloading WatchList : sample");
   log.Write(EventType::kError, "Failed to download NOPE");
-  const std::regex expected(
-      "\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\tInformation\tDownloading WatchList : sample\r\n"
-      "\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\tError\tFailed to download NOPE\r\n");
-  EXPECT_TRUE(std::regex_match(test::ReadText(log.file()), expected)) << test::ReadText(log.file());
+  EXPECT_EQ(DigitsAsNines(test::ReadText(log.file())),
+            "9999-99-99 99:99:99\tInformation\tDownloading WatchList : sample\r\n"
+            "9999-99-99 99:99:99\tError\tFailed to download NOPE\r\n");
 }
 
 }  // namespace

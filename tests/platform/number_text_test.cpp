@@ -44,8 +44,8 @@ TEST(NumberText, ShortDecimalsReadExactlyAsTheGeneralConversion) {
     const int64_t digits = static_cast<int64_t>(random() % 1000000000000000ull) >> (random() % 50);
     std::string text = std::to_string(digits);
     const size_t decimals = random() % (text.size() + 1);
-    if (decimals > 0) text.insert(text.size() - decimals, ".");
-    if (random() % 4 == 0) text.insert(0, "-");
+    if (decimals > 0) text.insert(text.size() - decimals, 1, '.');
+    if (random() % 4 == 0) text.insert(0, 1, '-');
     double expected = 0;
     std::from_chars(text.data(), text.data() + text.size(), expected);
     ASSERT_EQ(ParseDouble(text), expected) << text;

@@ -90,7 +90,9 @@ struct EPSFileWatch : platform::NoProgress {
 };
 
 TEST_F(FundamentalsTest, EPSDataIsSavedAfterEveryTenSuccessesAndUntilTheFirst) {
-  for (int i = 0; i < 12; ++i) test::WriteText(dir / ("S" + std::to_string(10 + i) + ".txt"), "");
+  for (int i = 0; i < 12; ++i) {
+    test::WriteText(dir / std::string("S").append(std::to_string(10 + i)).append(".txt"), "");
+  }
   test::LocalServer server;
   server.Answer("/d/quotes.csv", {Reply(500, ""), Reply(200, "\"S\",1,2,3\n")});
   platform::CurlHttpClient http;

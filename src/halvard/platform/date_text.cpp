@@ -10,7 +10,7 @@ namespace halvard::platform {
 namespace {
 
 // Days from 1970-01-01 of a proleptic Gregorian date (H. Hinnant's algorithm).
-long DaysFromCivil(int y, int m, int d) {
+constexpr long DaysFromCivil(int y, int m, int d) {
   y -= m <= 2;
   const long era = (y >= 0 ? y : y - 399) / 400;
   const long yoe = y - era * 400;
@@ -19,7 +19,9 @@ long DaysFromCivil(int y, int m, int d) {
   return era * 146097 + doe - 719468;
 }
 
-const long kSerialEpoch = DaysFromCivil(1899, 12, 30);
+// Fixed when compiled: other files' constants are computed from it as the program starts, in
+// an order no one controls.
+constexpr long kSerialEpoch = DaysFromCivil(1899, 12, 30);
 
 bool IsLeap(int y) {
   return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0;

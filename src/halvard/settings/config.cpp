@@ -14,7 +14,7 @@ namespace {
 
 using platform::EqualsIgnoreCase;
 
-// Conversions between a property and its stored text. Each FromText returns false when the text
+// Conversions between a property and its stored text. Each ParseInto returns false when the text
 // does not convert; the message names the expected kind of text.
 std::string ToText(const std::string& v) {
   return v;
@@ -48,12 +48,12 @@ const char* Expected(DateValue) {
   return "a date or a time of day";
 }
 
-bool FromText(std::string_view text, std::string& out) {
+bool ParseInto(std::string_view text, std::string& out) {
   out = std::string(text);
   return true;
 }
 
-bool FromText(std::string_view text, bool& out) {
+bool ParseInto(std::string_view text, bool& out) {
   const std::string_view t = platform::TrimSpaces(text);
   if (EqualsIgnoreCase(t, "True")) {
     out = true;
@@ -67,7 +67,7 @@ bool FromText(std::string_view text, bool& out) {
   return true;
 }
 
-bool FromText(std::string_view text, int16_t& out) {
+bool ParseInto(std::string_view text, int16_t& out) {
   const auto number = platform::ParseDouble(text);
   if (!number) return false;
   const double rounded = std::nearbyint(*number);  // half to even
@@ -76,7 +76,7 @@ bool FromText(std::string_view text, int16_t& out) {
   return true;
 }
 
-bool FromText(std::string_view text, double& out) {
+bool ParseInto(std::string_view text, double& out) {
   // "inf" and "nan" would reach the sweeps and the engine's comparisons as if they were numbers.
   const auto number = platform::ParseDouble(text);
   if (!number || !std::isfinite(*number)) return false;
@@ -84,7 +84,7 @@ bool FromText(std::string_view text, double& out) {
   return true;
 }
 
-bool FromText(std::string_view text, DateValue& out) {
+bool ParseInto(std::string_view text, DateValue& out) {
   const auto serial = platform::ParseDateTime(text);
   if (!serial) return false;
   out.serial = *serial;
@@ -132,14 +132,14 @@ template <class Field>
 bool ReadsBack(const Field& value) {
   const std::string text = ToText(value);
   Field back{};
-  return StoredTextReadsBack(text) && FromText(text, back) && back == value;
+  return StoredTextReadsBack(text) && ParseInto(text, back) && back == value;
 }
 
 template <class Field>
 void Convert(std::string_view section, std::string_view name, std::string_view text, Field& field,
              const std::string& where) {
   Field value{};
-  if (!FromText(text, value)) {
+  if (!ParseInto(text, value)) {
     throw Error(where + "setting " + Describe(section, name, text) + " is not " + Expected(value));
   }
   field = value;
