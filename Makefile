@@ -36,16 +36,18 @@ DEMO = $(BUILD)/app/cli/halvard --config $(BUILD)/demo-settings.ini \
 GUI = $(BUILD)/app/gui/halvard-gui
 GUI_DEMO = $(BUILD)/demo-samples
 
-# The desktop program when there is a display to show it on (and it was built); otherwise the
-# command-line demo.
-run: deps programs
-	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ] && [ -x $(GUI) ]; then \
-	  echo "== The desktop program on a copy of the bundled samples in $(GUI_DEMO)"; \
+# The desktop program when there is a display to show it on (and Qt was found); otherwise the
+# command-line demo. Only the program that runs is built.
+run: deps $(BUILD)/CMakeCache.txt
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ] && grep -qiE '^HALVARD_GUI:BOOL=(ON|1|TRUE|YES|Y)$$' $(BUILD)/CMakeCache.txt; then \
+	  cmake --build $(BUILD) -j $(JOBS) --target halvard-gui && \
+	  echo "== The desktop program on a copy of the bundled samples in $(GUI_DEMO)" && \
 	  mkdir -p $(GUI_DEMO) && cp -rn samples/data samples/watchlists $(GUI_DEMO)/ && \
 	  $(GUI) --config $(BUILD)/demo-settings.ini \
 	    --stock-dir $(GUI_DEMO)/data --list-dir $(GUI_DEMO)/watchlists; \
 	else \
-	  echo "== The buy-signal scan of the sample list"; \
+	  cmake --build $(BUILD) -j $(JOBS) --target halvard-cli && \
+	  echo "== The buy-signal scan of the sample list" && \
 	  $(DEMO) scan buy --list sample && \
 	  echo "== The live trading report of the sample list" && \
 	  $(DEMO) live --list sample --corvane --pyramiding --rs; \
