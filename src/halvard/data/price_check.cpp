@@ -89,8 +89,9 @@ std::string CheckReportText(const std::vector<CheckedFile>& files) {
     } else if (f.problem) {
       ++failing;
       const size_t line = f.problem->line();
-      text += f.name + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + f.problem->problem() +
-              "\r\n";
+      text.append(f.name);
+      if (line != 0) text.append(":").append(std::to_string(line));
+      text.append(": ").append(f.problem->problem()).append("\r\n");
     } else if (!f.fixed.empty()) {
       ++fixed;
       text += f.name + ": fixed: " + f.fixed + "\r\n";

@@ -7,11 +7,14 @@
 
 namespace halvard::fundamentals {
 
-inline std::string ReplaceAll(std::string text, std::string_view from, std::string_view to) {
-  for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-    text.replace(at, from.size(), to);
+inline std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
+  std::string out;
+  size_t start = 0;
+  for (size_t at = text.find(from); at != std::string_view::npos; at = text.find(from, start)) {
+    out.append(text.substr(start, at - start)).append(to);
+    start = at + from.size();
   }
-  return text;
+  return out.append(text.substr(start));
 }
 
 }  // namespace halvard::fundamentals
