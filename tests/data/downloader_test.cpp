@@ -250,8 +250,12 @@ TEST(Downloader, AProviderChainSaysWhichServiceServedEachSymbol) {
   for (int d = 10; d < 22; ++d) days += "2024-01-" + std::to_string(d) + ",1,2,0.5,1.5,100\n";
   std::string stamps, values;
   for (int d = 0; d < 12; ++d) {
-    stamps += (d ? "," : "") + std::to_string(1704189600 + d * 86400);
-    values += (d ? "," : "") + std::string("1");
+    if (d > 0) {
+      stamps += ',';
+      values += ',';
+    }
+    stamps.append(std::to_string(1704189600 + d * 86400));
+    values += '1';
   }
   const std::string chart = R"({"chart":{"result":[{"timestamp":[)" + stamps +
                             R"(],"indicators":{"quote":[{"open":[)" + values + R"(],"high":[)" +
