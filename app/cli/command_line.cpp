@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "halvard/platform/message_text.h"
 #include "nearest_name.h"
 
 namespace halvard::cli {
@@ -27,7 +28,7 @@ std::optional<std::string> UnknownCommand(const CLI::App& program) {
     if (word.empty() || word[0] == '-') continue;
     std::vector<std::string> names;
     for (const CLI::App* command : commands) names.push_back(command->get_name());
-    std::string message = "unknown command \"" + word + "\"";
+    std::string message = "unknown command " + platform::QuoteForMessage(word);
     if (const auto nearest = NearestName(word, names))
       message += "; did you mean " + *nearest + "?";
     return message;

@@ -8,6 +8,7 @@
 #include "halvard/data/download_schedule.h"
 #include "halvard/platform/clock.h"
 #include "halvard/platform/date_text.h"
+#include "halvard/platform/message_text.h"
 
 namespace halvard::cli {
 namespace {
@@ -23,7 +24,7 @@ struct DownloadArgs {
 double DateOption(const std::string& text, const char* option, double otherwise) {
   if (text.empty()) return otherwise;
   const auto date = platform::ParseDate(text);
-  if (!date) throw UsageError(std::string(option) + " \"" + text + "\" is not a date (M/d/yyyy)");
+  if (!date) throw UsageError(std::string(option).append(" ").append(platform::QuoteForMessage(text)).append(" is not a date (M/d/yyyy)"));
   return *date;
 }
 

@@ -52,6 +52,12 @@ check "broken file exit status" 1 "$rc"
 check "broken file message" "halvard: error: $data/prices/BROKEN.txt line 3: the high \"two\" is not a number" \
   "$(tail -n 1 <<<"$err")"
 
+run "$(printf 'x\033y')"
+check "a typed word is quoted with its control bytes escaped" \
+  'halvard: usage error: unknown command "x\x1by"' "$(head -n 1 <<<"$err")"
+run config get Display "$(printf 'a%.0s' {1..300})"
+check "a long setting name is cut in the message" "(308 bytes in all)" \
+  "$(grep -o "([0-9]* bytes in all)" <<<"$err")"
 run "${box[@]}" boxes BOX --view 9
 check "view out of range is a usage error" 2 "$rc"
 run "${box[@]}" --set "View/Nothing=1" boxes BOX

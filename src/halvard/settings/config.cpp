@@ -146,8 +146,10 @@ void Convert(std::string_view section, std::string_view name, std::string_view t
 }
 
 UsageError UnknownSetting(std::string_view section, std::string_view name) {
-  return UsageError("there is no setting " + std::string(section) + "/" + std::string(name) +
-                    " (\"halvard config show\" lists them all)");
+  std::string message = "there is no setting ";
+  message.append(platform::QuoteForMessage(std::string(section).append("/").append(name)))
+      .append(" (\"halvard config show\" lists them all)");
+  return UsageError(message);
 }
 
 }  // namespace

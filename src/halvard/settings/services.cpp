@@ -194,7 +194,12 @@ std::string AllNames() {
 }
 
 UsageError UnknownService(std::string_view name) {
-  return UsageError("there is no setting Services/" + std::string(name) + " (" + AllNames() + ")");
+  std::string message = "there is no setting ";
+  message.append(platform::QuoteForMessage(std::string("Services/").append(name)))
+      .append(" (")
+      .append(AllNames())
+      .append(")");
+  return UsageError(message);
 }
 
 }  // namespace
