@@ -6,7 +6,7 @@ JOBS ?= 2
 BUILD_TYPE ?= Release
 CMAKE_FLAGS ?=
 
-.PHONY: all deps build programs test run bench asan fuzz package clang clean
+.PHONY: all deps build programs test run bench asan fuzz package clang format format-check clean
 
 all: build
 
@@ -92,6 +92,14 @@ package: deps
 	cd build-package && cpack
 	cp build-package/halvard600*.deb .
 	scripts/check-package.sh halvard600_*.deb halvard600-gui_*.deb
+
+# Every tracked C++ file through clang-format under the root .clang-format: `format` rewrites
+# them, `format-check` (run by CI) names those that differ and fails.
+format:
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+format-check:
+	scripts/check-format.sh
 
 clean:
 	rm -rf build build-asan build-fuzz build-package build-clang

@@ -150,7 +150,8 @@ void Backtests(benchmark::State& state, const Market& market) {
   int64_t logBytes = 0;
   for (auto _ : state) {
     engine::BackTester tester(*views[next], config, log, results);
-    tester.Backtest({.partOfListRun = true, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = true});
+    tester.Backtest(
+        {.partOfListRun = true, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = true});
     logBytes += static_cast<int64_t>(log.text().size());
     log.Clear();
     results.Clear();

@@ -49,9 +49,9 @@ void BatchSweep(benchmark::State& state, const std::string& folder) {
     reportBytes = batch.text().size();
     s->log().Clear();
   }
-  state.counters["backtests/s"] = benchmark::Counter(
-      static_cast<double>(state.iterations() * 100 * s->symbols.size()),
-      benchmark::Counter::kIsRate);
+  state.counters["backtests/s"] =
+      benchmark::Counter(static_cast<double>(state.iterations() * 100 * s->symbols.size()),
+                         benchmark::Counter::kIsRate);
   state.counters["report bytes"] = static_cast<double>(reportBytes);
 }
 
@@ -62,7 +62,8 @@ void RankRS(benchmark::State& state, const std::string& folder) {
   const auto s = OpenMarket(folder);
   std::filesystem::remove(folder + "/stockdata.mdb");
   fundamentals::StockDataStore& db = s->stockDb();
-  for (const std::string& symbol : s->symbols) db.SetStockData(symbol, "", 0, 0, "", "", "", 1, 0, 0);
+  for (const std::string& symbol : s->symbols)
+    db.SetStockData(symbol, "", 0, 0, "", "", "", 1, 0, 0);
   platform::NoProgress quiet;
   for (auto _ : state) runs::ComputeRSRankCommand(*s, quiet);
   state.counters["symbols/s"] = benchmark::Counter(

@@ -4,7 +4,8 @@
 #   scripts/install-deps.sh             what make build, make test and make run need
 #   scripts/install-deps.sh --package   also what make package and CI add: the manual pages'
 #                                       generator, lintian, a second compiler with libFuzzer
-#                                       (make clang, make fuzz), and zsh to test its completion
+#                                       (make clang, make fuzz), clang-format (make format-check)
+#                                       and zsh to test its completion
 set -euo pipefail
 
 packages=(
@@ -16,7 +17,7 @@ packages=(
   qt6-base-dev libqt6gui6 fonts-dejavu-core
 )
 if [ "${1:-}" = "--package" ]; then
-  packages+=(help2man lintian clang libclang-rt-14-dev zsh)
+  packages+=(help2man lintian clang clang-format libclang-rt-14-dev zsh)
 fi
 
 missing=()

@@ -24,7 +24,11 @@ struct DownloadArgs {
 double DateOption(const std::string& text, const char* option, double otherwise) {
   if (text.empty()) return otherwise;
   const auto date = platform::ParseDate(text);
-  if (!date) throw UsageError(std::string(option).append(" ").append(platform::QuoteForMessage(text)).append(" is not a date (M/d/yyyy)"));
+  if (!date)
+    throw UsageError(std::string(option)
+                         .append(" ")
+                         .append(platform::QuoteForMessage(text))
+                         .append(" is not a date (M/d/yyyy)"));
   return *date;
 }
 

@@ -34,7 +34,8 @@ class BacktestTest : public ::testing::Test {
   // The log of one backtest as the "m" key ("g" with signal) runs it.
   std::string Run(bool signal = false, bool rs = false) {
     log_.Clear();
-    tester_.Backtest({.signalMode = signal, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = rs});
+    tester_.Backtest(
+        {.signalMode = signal, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = rs});
     return log_.text();
   }
 

@@ -38,7 +38,8 @@ class FundamentalsTest : public RunsTest {
     return text;
   }
   void Rows(std::initializer_list<const char*> symbols) {
-    for (const char* symbol : symbols) s.stockDb().SetStockData(symbol, "", 0, 0, "", "", "", 1, 0, 0);
+    for (const char* symbol : symbols)
+      s.stockDb().SetStockData(symbol, "", 0, 0, "", "", "", 1, 0, 0);
   }
   platform::NoProgress progress;
 };

@@ -14,14 +14,14 @@ std::vector<std::string> ListPriceFiles(const fs::path& folder) {
   for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
     std::string name = it->path().filename().string();
     const bool isTxt =
-        name.size() > 4 && platform::EqualsIgnoreCase(std::string_view(name).substr(name.size() - 4), ".txt");
+        name.size() > 4 &&
+        platform::EqualsIgnoreCase(std::string_view(name).substr(name.size() - 4), ".txt");
     if (isTxt && !it->is_directory(ec)) names.push_back(std::move(name));
   }
   const auto capitals = [](unsigned char c) { return std::toupper(c); };
   std::sort(names.begin(), names.end(), [&](const std::string& a, const std::string& b) {
-    return std::lexicographical_compare(
-        a.begin(), a.end(), b.begin(), b.end(),
-        [&](char x, char y) { return capitals(x) < capitals(y); });
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                        [&](char x, char y) { return capitals(x) < capitals(y); });
   });
   return names;
 }

@@ -130,8 +130,8 @@ void BackTester::WriteResultRow(int code) {
     status = "No Trades";
   }
   results_->Append(v_.stockSymbol + "\t" + (code == 2 ? "Corvane\t\t" : "Pyramiding Boxes\t") +
-                  std::to_string(tradeCount) + "\t" + platform::FormatMoney(totalProfit) + "$\t\t" +
-                  status + "\t\r\n");
+                   std::to_string(tradeCount) + "\t" + platform::FormatMoney(totalProfit) +
+                   "$\t\t" + status + "\t\r\n");
   if (totalProfit > 0) {
     winTotal += totalProfit;
     ++winCount;

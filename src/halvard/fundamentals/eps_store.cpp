@@ -76,8 +76,9 @@ void EPSStore::SetEPS(const std::string& symbol, double eps) {
 }
 
 void EPSStore::GetEPS(const std::string& symbol, double& eps) const {
-  const auto r = std::find_if(records_.begin(), records_.end(),
-                              [&](const Record& r) { return platform::EqualsIgnoreCase(r.key, symbol); });
+  const auto r = std::find_if(records_.begin(), records_.end(), [&](const Record& r) {
+    return platform::EqualsIgnoreCase(r.key, symbol);
+  });
   if (r == records_.end()) return;
   std::array<std::string_view, 3> fields;
   const bool hasSecond = platform::SplitFields(r->line, fields) >= 2;

@@ -77,24 +77,23 @@ std::vector<std::string> ComputeRSRankCommand(Session& s, platform::Progress& pr
   fundamentals::StockDataStore& db = s.stockDb();
   engine::StockView& v = s.view();
   std::vector<std::string> skipped;
-  const bool finished = ForEachPriceFile(
-      s, progress, "Computing RS Average for ",
-      [&](const std::string& file, const std::string& symbol) {
-        const std::string path = s.config.StockFilePath + "/" + file;
-        try {
-          if (!data::LoadStockFile(v, path)) return;
-        } catch (const Error& e) {
-          skipped.push_back(e.what());
-          return;
-        }
-        // The averages come from the same pass as the chart's RS line, which is left drawn for
-        // this stock.
-        engine::ComputeRSLine(v);
-        double avg = 0;
-        double prevAvg = 0;
-        engine::ComputeRSAverages(v, avg, prevAvg);
-        db.SetRSAvg(symbol, avg, prevAvg);
-      });
+  const auto averageOne = [&](const std::string& file, const std::string& symbol) {
+    const std::string path = s.config.StockFilePath + "/" + file;
+    try {
+      if (!data::LoadStockFile(v, path)) return;
+    } catch (const Error& e) {
+      skipped.push_back(e.what());
+      return;
+    }
+    // The averages come from the same pass as the chart's RS line, which is left drawn for
+    // this stock.
+    engine::ComputeRSLine(v);
+    double avg = 0;
+    double prevAvg = 0;
+    engine::ComputeRSAverages(v, avg, prevAvg);
+    db.SetRSAvg(symbol, avg, prevAvg);
+  };
+  const bool finished = ForEachPriceFile(s, progress, "Computing RS Average for ", averageOne);
   if (finished) db.ComputeRSRank(progress);
   return skipped;
 }

@@ -18,8 +18,7 @@ std::optional<StockInfo> ReadStockInfo(Session& s, const std::string& symbol) {
 std::string StockInfoText(const StockInfo& info) {
   using platform::FormatGeneral;
   return (info.name.empty() ? std::string("Company") : info.name) + "\r\n" +
-         "Exchange : " + info.exchange + "\r\n" +
-         "Industry : " + info.industry + "\r\n" +
+         "Exchange : " + info.exchange + "\r\n" + "Industry : " + info.industry + "\r\n" +
          "Business Summary : " + info.summary + "\r\n" +
          "EPS Rank : " + FormatGeneral(info.epsRank) + "\r\n" +
          "RS Rank : " + FormatGeneral(info.rsRank) + "\r\n";

@@ -121,7 +121,8 @@ void VisitSettings(C& c, Visitor&& visit) {
 
 std::string Describe(std::string_view section, std::string_view name, std::string_view text) {
   std::string out = "[";
-  out.append(section).append("] ").append(name).append(" = ").append(platform::QuoteForMessage(text));
+  out.append(section).append("] ").append(name).append(" = ").append(
+      platform::QuoteForMessage(text));
   return out;
 }
 
