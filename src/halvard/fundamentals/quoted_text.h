@@ -8,6 +8,7 @@
 namespace halvard::fundamentals {
 
 inline std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {
+  if (from.empty()) return std::string(text);  // nothing to find; find("") would match forever
   std::string out;
   size_t start = 0;
   for (size_t at = text.find(from); at != std::string_view::npos; at = text.find(from, start)) {
