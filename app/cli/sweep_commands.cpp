@@ -6,9 +6,10 @@
 
 #include "commands.h"
 #include "halvard/data/watch_list.h"
-#include "halvard/runs/batch_report.h"
+#include "halvard/error.h"
 #include "halvard/runs/live_report.h"
 #include "halvard/runs/report_text.h"
+#include "halvard/runs/walk_forward.h"
 #include "terminal_progress.h"
 
 namespace halvard::cli {
@@ -22,6 +23,7 @@ struct SweepArgs {
   std::string saveResults;
   std::string saveInc;
   bool separate = false;  // batch only
+  int walkForward = 0;    // batch only: the folds, 0 for the sweep
 };
 
 void AddSweepOptions(Command& command, SweepArgs& args, std::string_view incHelp) {
@@ -91,13 +93,28 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
   command.Flag("--separate", args->separate,
                "Sweep the stop loss, then separately the RS days, instead of every "
                "combination");
+  command
+      .Add("--walk-forward", args->walkForward,
+           "Instead of the sweep: cut each symbol's history into K+1 equal spans and trade "
+           "each span from the 2nd on with the levels most profitable on the spans before it")
+      .InRange(1, runs::kMaxFolds)
+      .ValueName("K");
   command.OnRun([&options, args] {
-    RunSweep<runs::BatchReport>(
+    if (args->separate && args->walkForward > 0) {
+      throw UsageError("--separate and --walk-forward are two different runs: choose one");
+    }
+    RunSweep<runs::WalkForwardReport>(
         options, *args,
-        [&](runs::BatchReport& r) {
-          args->separate ? r.RunBatch(args->switches) : r.GoCommand(args->switches);
+        [&](runs::WalkForwardReport& r) {
+          if (args->walkForward > 0) {
+            r.WalkForward(args->switches, args->walkForward);
+          } else if (args->separate) {
+            r.RunBatch(args->switches);
+          } else {
+            r.GoCommand(args->switches);
+          }
         },
-        [](const runs::BatchReport& r) { return r.tradedList(); });
+        [](const runs::WalkForwardReport& r) { return r.tradedList(); });
   });
 }
 

@@ -1,5 +1,6 @@
 // The secondary windows the main window opens, and the scheduled download its timer starts.
 
+#include "batch_window.h"
 #include "boolean_window.h"
 #include "downloader_window.h"
 #include "halvard/data/download_schedule.h"

@@ -1,5 +1,4 @@
 #include "report_window.h"
-#include "halvard/runs/batch_report.h"
 #include "halvard/runs/live_report.h"
 
 namespace halvard::gui {
@@ -8,12 +7,6 @@ SweepWindow* NewLiveWindow(MainFrm& main) {
   return new ReportWindow<runs::LiveReport>(
       main, {"LiveTradingForm", "Live Trading", "LiveResults", "GoBtn", true},
       &runs::LiveReport::Run, &runs::LiveReport::buyList);
-}
-
-SweepWindow* NewBatchWindow(MainFrm& main) {
-  return new ReportWindow<runs::BatchReport>(
-      main, {"BatchTest", "Back Testing", "Results", "GoCommand"}, &runs::BatchReport::GoCommand,
-      &runs::BatchReport::tradedList);
 }
 
 }  // namespace halvard::gui

@@ -20,6 +20,8 @@ class ReportWindow : public SweepWindow {
       : SweepWindow(main, names), report_(main.session(), progress()), go_(go), list_(list) {}
 
  protected:
+  Report& report() { return report_; }
+
   void Sweep(const runs::RunSwitches& switches) override { (report_.*go_)(switches); }
   runs::SweepLevels& levels() override { return report_.levels; }
   const std::string& reportText() const override { return report_.text(); }
@@ -35,9 +37,6 @@ class ReportWindow : public SweepWindow {
 // LiveTradingForm: what to do on the next trading day for every symbol, buy (with the stop-buy
 // and stop-loss prices) or skip; "Save &Inc" writes the symbols to buy of the last pass.
 SweepWindow* NewLiveWindow(MainFrm& main);
-// BatchTest, "Back Testing": every symbol backtested, a table and a summary per batch, over every
-// combination of the levels with the most profitable at the end; "Save &Inc" writes the symbols
-// that traded.
-SweepWindow* NewBatchWindow(MainFrm& main);
+// The batch test window, "Back Testing", is in batch_window.h.
 
 }  // namespace halvard::gui

@@ -37,6 +37,7 @@ SweepWindow::SweepWindow(MainFrm& main, const Names& names)
       corvane_(Named<QCheckBox>("CorvaneEnabled", QStringLiteral("Corvane"))),
       unusualVolume_(Named<QCheckBox>("UnusualvolumeEnabled", QStringLiteral("Pyramiding Boxes"))),
       positiveRS_(Named<QCheckBox>("PositiveRSEnabled", QStringLiteral("+ve Relative Strength"))),
+      switches_(new QHBoxLayout),
       results_(Named<QPlainTextEdit>(names.results)),
       stockCount_(Counter("StockCount")),
       stepCount_(Counter("StepCount")),
@@ -53,9 +54,8 @@ SweepWindow::SweepWindow(MainFrm& main, const Names& names)
   results_->setLineWrapMode(QPlainTextEdit::NoWrap);
   results_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
 
-  auto* switches = new QHBoxLayout;
-  for (QCheckBox* box : {corvane_, unusualVolume_, positiveRS_}) switches->addWidget(box);
-  switches->addStretch(1);
+  for (QCheckBox* box : {corvane_, unusualVolume_, positiveRS_}) switches_->addWidget(box);
+  switches_->addStretch(1);
 
   auto* bottom = new QHBoxLayout;
   bottom->addWidget(stockCount_);
@@ -72,7 +72,7 @@ SweepWindow::SweepWindow(MainFrm& main, const Names& names)
   }
 
   auto* layout = new QVBoxLayout(this);
-  layout->addLayout(switches);
+  layout->addLayout(switches_);
   layout->addWidget(results_, 1);
   layout->addLayout(bottom);
   resize(760, 520);
@@ -91,10 +91,7 @@ QPushButton* SweepWindow::AddButton(const char* name, const QString& caption,
 void SweepWindow::Run() {
   if (main_.running()) return;
   levels() = main_.sweepLevels();
-  main_.Guarded([&] {
-    passes_ =
-        static_cast<int>(runs::StopLossLevels(levels()).size() * runs::RsLevels(levels()).size());
-  });
+  main_.Guarded([&] { passes_ = Passes(); });
   pass_ = 0;
   const runs::RunSwitches switches{corvane_->isChecked(), unusualVolume_->isChecked(),
                                    positiveRS_->isChecked()};
@@ -106,6 +103,14 @@ void SweepWindow::Run() {
   running_ = false;
   // A cancelled sweep shows what it wrote so far, like a finished one.
   ShowReport();
+}
+
+void SweepWindow::AddChoice(QWidget* choice) {
+  switches_->insertWidget(switches_->count() - 1, choice);  // before the stretch
+}
+
+int SweepWindow::Passes() {
+  return static_cast<int>(runs::StopLossLevels(levels()).size() * runs::RsLevels(levels()).size());
 }
 
 void SweepWindow::Counted(int done, int, std::string_view text) {

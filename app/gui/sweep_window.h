@@ -13,6 +13,7 @@
 #include "progress_relay.h"
 
 class QCheckBox;
+class QHBoxLayout;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
@@ -56,6 +57,12 @@ class SweepWindow : public QDialog {
   // What the report reports its progress to.
   platform::Progress& progress() { return relay_; }
 
+  // A window's own choice, shown after the three switches.
+  void AddChoice(QWidget* choice);
+  // How many times the next run walks the list (the step counter's total): by default once
+  // per level combination.
+  virtual int Passes();
+
   void closeEvent(QCloseEvent* event) override;
 
  private:
@@ -70,6 +77,7 @@ class SweepWindow : public QDialog {
   QCheckBox* corvane_;
   QCheckBox* unusualVolume_;
   QCheckBox* positiveRS_;
+  QHBoxLayout* switches_;
   QPlainTextEdit* results_;
   QLabel* stockCount_;
   QLabel* stepCount_;

@@ -175,6 +175,17 @@ check "batch --separate exit status" 0 "$rc"
 check "batch --separate: a best for each range" 2 "$(grep -c '^Maximum profit = ' <<<"$out")"
 check "batch steps" "Step 1 of 3 Step 2 of 3 Step 3 of 3 Step 1 of 1" "$(grep '^Step' <<<"$out" | tr '\n' ' ' | sed 's/ $//')"
 
+run "${listrun[@]}" batch --list three --pyramiding --stoploss 0.125,0.375,0.125 --walk-forward 2
+check "batch --walk-forward exit status" 0 "$rc"
+check "batch --walk-forward: the missing file, the tested, a row per fold, the totals" \
+  "NOPE	Error opening stock file |Symbols tested = 2|1|2|Out-of-sample total|In-sample best over the whole history" \
+  "$(grep -E '^(NOPE|Symbols|[0-9]+	|Out-of|In-sample)' <<<"$out" | sed -E 's/^([0-9]+)	.*/\1/; s/^(Out-of-sample total|In-sample best over the whole history) = .*/\1/' | paste -sd '|')"
+check "batch --walk-forward runs no sweep" 0 "$(grep -c '^Step' <<<"$out")"
+run "${listrun[@]}" batch --list three --walk-forward 0
+check "no folds is a usage error" 2 "$rc"
+run "${listrun[@]}" batch --list three --walk-forward 2 --separate
+check "--walk-forward with --separate is a usage error" 2 "$rc"
+
 # Ctrl-C ends a long sweep between two stocks: what was done is printed, nothing is saved.
 "$halvard" "${listrun[@]}" batch --list sample --pyramiding --stoploss 0,99,0.001 \
   --save-results "$scratch/never.txt" >"$scratch/partial" 2>"$scratch/stderr" &

@@ -58,7 +58,7 @@ if command -v zsh >/dev/null; then
   zshcheck "show get set" halvard --config settings.ini config s
   zshcheck "--help --list --save -h" halvard scan --li
   zshcheck "FILES" halvard chart AMD -o ch
-  zshcheck "--corvane --help --list --pyramiding --rs --rs-days --save-inc --save-results --separate --stoploss -h" \
+  zshcheck "--corvane --help --list --pyramiding --rs --rs-days --save-inc --save-results --separate --stoploss --walk-forward -h" \
     halvard batch --list scan --se
 fi
 

@@ -1,12 +1,15 @@
 // The live trading and batch test windows: opening them, the levels prompts and what a bad
-// answer leaves, the counters, the report growing run after run, and the two saves.
+// answer leaves, the counters, the report growing run after run, the batch test's walk-forward
+// choice, and the two saves.
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
 
 #include "gui_test_support.h"
@@ -171,6 +174,47 @@ class SweepWindowTest : public QObject {
       QVERIFY2(shown.contains(QStringLiteral("\nTMO\t")), qPrintable(shown));
       QVERIFY(!shown.contains(QStringLiteral("XLNX")));
     }
+  }
+
+  // "Walk Forward" in "Back Testing": its folds only while checked; "&Run" then walks forward
+  // once through the list, adds to the same report as the sweep, and leaves the settings as
+  // they were (the sweep leaves its last level behind).
+  void walkForwardIsAChoiceOfTheBackTestingWindow() {
+    Workspace ws;
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    SweepWindow* batch = w->OpenBatchTest();
+    auto* walk = batch->findChild<QCheckBox*>(QStringLiteral("WalkForwardEnabled"));
+    auto* folds = batch->findChild<QSpinBox*>(QStringLiteral("WalkForwardFolds"));
+    QVERIFY(walk != nullptr && folds != nullptr);
+    QCOMPARE(walk->text(), QStringLiteral("Walk Forward"));
+    QVERIFY(!walk->isChecked());
+    QVERIFY(!folds->isEnabled());
+    walk->click();
+    QVERIFY(folds->isEnabled());
+    folds->setValue(2);
+    batch->findChild<QCheckBox*>(QStringLiteral("UnusualvolumeEnabled"))->click();
+    dialogs.answers = {"1,3,1"};
+    Click(batch, "LevelCommand");
+    const double stopLoss = w->config().stopLossLimit;
+    Click(batch, "GoCommand");
+    QString report = Shown(batch, "Results");
+    QVERIFY2(report.startsWith(QStringLiteral("Walk Forward Testing sample.inc in 2 folds\n")),
+             qPrintable(report));
+    QVERIFY(report.contains(QStringLiteral("\n1\t")));
+    QVERIFY(report.contains(QStringLiteral("\n2\t")));
+    QVERIFY(report.contains(QStringLiteral("\nOut-of-sample total = ")));
+    QVERIFY(!report.contains(QStringLiteral("Batch Testing")));
+    QCOMPARE(Label(batch, "StepCount"), QStringLiteral("Step 1 of 1"));
+    QCOMPARE(w->config().stopLossLimit, stopLoss);
+
+    walk->click();
+    Click(batch, "GoCommand");
+    report = Shown(batch, "Results");
+    QVERIFY(report.indexOf(QStringLiteral("Batch Testing sample.inc")) >
+            report.indexOf(QStringLiteral("Out-of-sample total = ")));
+    QCOMPARE(Label(batch, "StepCount"), QStringLiteral("Step 3 of 3"));
+    QCOMPARE(w->config().stopLossLimit, 3.0);
   }
 
   // "&Save Results" writes everything shown, CR LF line ends and one more at the end, in the

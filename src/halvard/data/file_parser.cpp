@@ -133,6 +133,10 @@ void LoadStockText(PriceSeries& s, std::string_view text, const std::string& pat
   }
   if (s.barCount == 0) throw PriceFileError(path, 0, "no day lines after the header line");
 
+  ComputeSummaries(s);
+}
+
+void ComputeSummaries(PriceSeries& s) {
   int at = 0;
   s.highestHigh = GetMax<double>(s.barHigh, s.barCount, at);
   s.lowestLow = GetMin<double>(s.barLow, s.barCount);

@@ -70,6 +70,10 @@ T GetMin(std::span<const T> values, int count) {
   return best;
 }
 
+// The summaries of the barCount bars loaded (at least one): highestHigh, lowestLow, maxVolume,
+// newestDate, oldestDate and averageVolume.
+void ComputeSummaries(PriceSeries& series);
+
 // averageVolume = the sum of the 139 oldest volumes (fewer when the file is shorter) over 138.
 void ComputeAverageVolume(PriceSeries& series);
 
