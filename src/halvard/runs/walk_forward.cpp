@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "halvard/error.h"
 #include "halvard/platform/money_text.h"
@@ -62,45 +63,62 @@ std::string LevelsText(const Combination& c) {
          "$ below box bottom and RS comparison at " + std::to_string(c.rsDays) + " days";
 }
 
+// Backtests windows of the symbol in the session's view with every combination, on a copy of
+// the settings, a view of the window and an engine of its own.
+class WindowTester {
+ public:
+  WindowTester(Session& session, const RunSwitches& switches)
+      : config_(session.config),
+        window_(std::make_unique<engine::StockView>()),
+        tester_(*window_, config_, session.log(), rows_),
+        options_(switches.ForListRun(false)) {}
+
+  void Backtest(const engine::StockView& full, DaySpan span,
+                const std::vector<Combination>& combinations, Tallies& into) {
+    CutToSpan(full, span, *window_);
+    engine::ComputeBoxes(*window_, config_.enableGraphUpdate);
+    for (size_t c = 0; c < combinations.size(); ++c) {
+      config_.stopLossLimit = combinations[c].stopLoss;
+      config_.rsDayCurr = static_cast<int16_t>(combinations[c].rsDays);
+      tester_.Backtest(options_);
+      into[c].Add(tester_.totalProfit);
+    }
+  }
+
+ private:
+  settings::Config config_;
+  std::unique_ptr<engine::StockView> window_;
+  platform::StringSink rows_;  // the engine's result rows, which the report does not show
+  engine::BackTester tester_;
+  engine::BacktestOptions options_;
+};
+
 }  // namespace
+
+struct WalkForwardReport::Folds {
+  Folds(std::vector<Combination> all, int folds)
+      : combinations(std::move(all)),
+        inSample(static_cast<size_t>(folds), Tallies(combinations.size())),
+        outOfSample(static_cast<size_t>(folds), Tallies(combinations.size())),
+        whole(combinations.size()) {}
+
+  std::vector<Combination> combinations;
+  std::vector<Tallies> inSample;     // fold f at f - 1: spans 0 to f - 1
+  std::vector<Tallies> outOfSample;  // fold f at f - 1: span f
+  Tallies whole;                     // every span
+  int tested = 0;                    // the symbols in the tallies
+};
 
 void WalkForwardReport::WalkForward(const RunSwitches& switches, int folds) {
   if (folds < 1 || folds > kMaxFolds) {
     throw UsageError("walk-forward folds: " + std::to_string(folds) +
                      " is not a whole number from 1 to " + std::to_string(kMaxFolds));
   }
-  const auto combinations = Combinations(levels);
-  const int viewDays = s_.view().viewDays;
-  Line("Walk Forward Testing " + s_.listName + " in " + std::to_string(folds) + " folds");
-  Line("Stoploss settings starting" + StopLossRange());
-  Line("RS settings starting" + RsRange());
-  Line(kDashRule);
-  Line(BuyModeLine(s_.config.buyMode));
-  Line("Each symbol's newest " + std::to_string(viewDays) + " days (all of a shorter file) in " +
-       std::to_string(folds + 1) + " equal spans, the days left over in the newest");
-  Line("Fold f trades span f with the levels most profitable on spans 0 to f-1");
-  Line(kDashRule);
-
-  // The levels are tried on a copy, on a view of each window, with an engine of their own.
-  settings::Config config = s_.config;
-  const auto window = std::make_unique<engine::StockView>();
-  platform::StringSink rows;  // the engine's result rows, which this report does not show
-  engine::BackTester tester(*window, config, s_.log(), rows);
-
-  const size_t n = combinations.size();
-  std::vector<Tallies> inSample(static_cast<size_t>(folds), Tallies(n));
-  std::vector<Tallies> outOfSample(static_cast<size_t>(folds), Tallies(n));
-  Tallies whole(n);
-  int tested = 0;
-  const auto backtest = [&](const engine::StockView& full, DaySpan span, Tallies& into) {
-    CutToSpan(full, span, *window);
-    engine::ComputeBoxes(*window, config.enableGraphUpdate);
-    for (size_t c = 0; c < n; ++c) {
-      config.stopLossLimit = combinations[c].stopLoss;
-      config.rsDayCurr = static_cast<int16_t>(combinations[c].rsDays);
-      tester.Backtest(switches.ForListRun(false));
-      into[c].Add(tester.totalProfit);
-    }
+  Folds tallies(Combinations(levels), folds);
+  WalkForwardHeader(folds);
+  WindowTester tester(s_, switches);
+  const auto backtest = [&](DaySpan span, Tallies& into) {
+    tester.Backtest(s_.view(), span, tallies.combinations, into);
   };
   const bool finished = ForEachStock([&] {
     const engine::StockView& v = s_.view();
@@ -112,41 +130,57 @@ void WalkForwardReport::WalkForward(const RunSwitches& switches, int folds) {
            std::to_string(kMinSpanDays));
       return;
     }
-    ++tested;
+    ++tallies.tested;
     for (int f = 1; f <= folds; ++f) {
-      backtest(v, JoinSpans(spans, 0, f - 1), inSample[f - 1]);
-      backtest(v, spans[f], outOfSample[f - 1]);
+      backtest(JoinSpans(spans, 0, f - 1), tallies.inSample[f - 1]);
+      backtest(spans[f], tallies.outOfSample[f - 1]);
     }
-    backtest(v, JoinSpans(spans, 0, folds), whole);
+    backtest(JoinSpans(spans, 0, folds), tallies.whole);
   });
-  if (!finished) return;
+  if (finished) FoldTable(tallies);
+}
 
-  Line("Symbols tested = " + std::to_string(tested));
+void WalkForwardReport::WalkForwardHeader(int folds) {
+  Line("Walk Forward Testing " + s_.listName + " in " + std::to_string(folds) + " folds");
+  Line("Stoploss settings starting" + StopLossRange());
+  Line("RS settings starting" + RsRange());
+  Line(kDashRule);
+  Line(BuyModeLine(s_.config.buyMode));
+  Line("Each symbol's newest " + std::to_string(s_.view().viewDays) +
+       " days (all of a shorter file) in " + std::to_string(folds + 1) +
+       " equal spans, the days left over in the newest");
+  Line("Fold f trades span f with the levels most profitable on spans 0 to f-1");
+  Line(kDashRule);
+}
+
+void WalkForwardReport::FoldTable(const Folds& t) {
+  Line("Symbols tested = " + std::to_string(t.tested));
   Line(kDashRule);
   Line(" Fold \t Stop Loss \t RS Days \t In-Sample \t Out-of-Sample ");
   Line(kDashRule);
   double outTotal = 0;
-  for (int f = 1; f <= folds; ++f) {
-    const auto chosen = MostProfitable(inSample[f - 1]);
+  for (size_t f = 0; f < t.inSample.size(); ++f) {
+    const std::string fold = std::to_string(f + 1);
+    const auto chosen = MostProfitable(t.inSample[f]);
     if (!chosen) {
-      Line(std::to_string(f) + "\tnone\tnone\t" + FormatFixed(0, 2) + "\t" + FormatFixed(0, 2) +
+      Line(fold + "\tnone\tnone\t" + FormatFixed(0, 2) + "\t" + FormatFixed(0, 2) +
            "\tno levels made a profit before this span");
       continue;
     }
-    const Combination& c = combinations[*chosen];
-    const double out = outOfSample[f - 1][*chosen].total();
+    const Combination& c = t.combinations[*chosen];
+    const double out = t.outOfSample[f][*chosen].total();
     outTotal += out;
-    Line(std::to_string(f) + "\t" + FormatGeneral(c.stopLoss) + "\t" + std::to_string(c.rsDays) +
-         "\t" + FormatFixed(inSample[f - 1][*chosen].total(), 2) + "\t" + FormatFixed(out, 2));
+    Line(fold + "\t" + FormatGeneral(c.stopLoss) + "\t" + std::to_string(c.rsDays) + "\t" +
+         FormatFixed(t.inSample[f][*chosen].total(), 2) + "\t" + FormatFixed(out, 2));
   }
   Line(kDashRule);
   Line("Out-of-sample total = " + FormatFixed(outTotal, 2));
-  const auto claimed = MostProfitable(whole);
-  Line(claimed
-           ? "In-sample best over the whole history = " + FormatFixed(whole[*claimed].total(), 2) +
-                 " with " + LevelsText(combinations[*claimed]) + "."
-           : "In-sample best over the whole history = " + FormatFixed(0, 2) +
-                 ": no levels made a profit.");
+  const auto claimed = MostProfitable(t.whole);
+  Line(claimed ? "In-sample best over the whole history = " +
+                     FormatFixed(t.whole[*claimed].total(), 2) + " with " +
+                     LevelsText(t.combinations[*claimed]) + "."
+               : "In-sample best over the whole history = " + FormatFixed(0, 2) +
+                     ": no levels made a profit.");
   Line(kEqualsRule);
 }
 

@@ -36,6 +36,12 @@ class WalkForwardReport : public BatchReport {
   // symbol whose spans would be too short is skipped with a row saying so. Folds outside 1 to
   // kMaxFolds are a halvard::UsageError.
   void WalkForward(const RunSwitches& switches, int folds);
+
+ private:
+  struct Folds;  // every window's profits, per combination, over the symbols tested
+
+  void WalkForwardHeader(int folds);
+  void FoldTable(const Folds& folds);
 };
 
 }  // namespace halvard::runs
