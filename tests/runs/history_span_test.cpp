@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "halvard/engine/back_tester.h"
 #include "halvard/error.h"
@@ -13,33 +15,29 @@
 namespace halvard::runs {
 namespace {
 
-TEST(SplitHistory, EqualSpansOldestFirstWithTheOddDaysInTheNewest) {
-  const auto spans = SplitHistory(139, 3);  // 46, 46 and 47 days
-  ASSERT_EQ(spans.size(), 3u);
-  EXPECT_EQ(spans[0].newestDay, 93);
-  EXPECT_EQ(spans[0].days, 46);
-  EXPECT_EQ(spans[1].newestDay, 47);
-  EXPECT_EQ(spans[1].days, 46);
-  EXPECT_EQ(spans[2].newestDay, 0);
-  EXPECT_EQ(spans[2].days, 47);
-  const DaySpan early = JoinSpans(spans, 0, 1);  // p0-p91
-  EXPECT_EQ(early.newestDay, 47);
-  EXPECT_EQ(early.days, 92);
-  const DaySpan all = JoinSpans(spans, 0, 2);
-  EXPECT_EQ(all.newestDay, 0);
-  EXPECT_EQ(all.days, 139);
+// "newest day+days" of each span, oldest first.
+std::string Shown(const std::vector<DaySpan>& spans) {
+  std::string text;
+  for (const DaySpan& s : spans) {
+    text += std::to_string(s.newestDay) + "+" + std::to_string(s.days) + " ";
+  }
+  return text;
 }
 
-TEST(SplitHistory, SpansShorterThanAMonthOfTradingDaysAreRefused) {
-  EXPECT_TRUE(SplitHistory(68, 3).empty());
-  EXPECT_EQ(SplitHistory(69, 3).size(), 3u);
-  EXPECT_TRUE(SplitHistory(1001, 44).empty());
-  EXPECT_EQ(SplitHistory(1001, 43).back().days, 23 + 1001 % 43);
+TEST(SplitHistory, EqualSpansOldestFirstTheOddDaysInTheNewestNoneShorterThanAMonth) {
+  const auto spans = SplitHistory(139, 3);
+  EXPECT_EQ(Shown(spans), "93+46 47+46 0+47 ");
+  EXPECT_EQ(Shown({JoinSpans(spans, 0, 1), JoinSpans(spans, 0, 2)}), "47+92 0+139 ");
+  const auto most = SplitHistory(1001, 43);  // 43 spans of 23 leave 12 days over
+  EXPECT_EQ(most.size(), 43u);
+  EXPECT_EQ(Shown({most.front(), most.back()}), "978+23 0+35 ");
+  EXPECT_EQ(Shown(SplitHistory(68, 3)), "");  // spans of 22
+  EXPECT_EQ(Shown(SplitHistory(69, 3)), "46+23 23+23 0+23 ");
 }
 
 class CutToSpanTest : public ::testing::Test {
  protected:
-  // Ten days, the newest (day 0) the highest and loudest; an RS line rising into the past.
+  // Ten days, the newest (day 0) the highest and loudest; an RS line that rose every day.
   CutToSpanTest() {
     full->stockFilePath = "/prices/UP.txt";
     full->barCount = 10;
