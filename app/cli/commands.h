@@ -20,6 +20,7 @@ void AddSetOpsCommand(Command& program, const GlobalOptions& options);
 void AddDownloadCommand(Command& program, const GlobalOptions& options);
 void AddCheckCommand(Command& program, const GlobalOptions& options);
 void AddScheduleCommand(Command& program, const GlobalOptions& options);
+void AddDailyCommand(Command& program, const GlobalOptions& options);
 void AddFundamentalsCommands(Command& program, const GlobalOptions& options);
 void AddScreenCommand(Command& program, const GlobalOptions& options);
 

@@ -35,6 +35,7 @@ int ParseAndRun(int argc, char** argv) {
   cli::AddDownloadCommand(program, options);
   cli::AddCheckCommand(program, options);
   cli::AddScheduleCommand(program, options);
+  cli::AddDailyCommand(program, options);
   cli::AddSetOpsCommand(program, options);
   cli::AddFundamentalsCommands(program, options);
   cli::AddScreenCommand(program, options);

@@ -7,9 +7,11 @@
 #include "commands.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
+#include "halvard/runs/live_json.h"
 #include "halvard/runs/live_report.h"
 #include "halvard/runs/report_text.h"
 #include "halvard/runs/walk_forward.h"
+#include "sweep_options.h"
 #include "terminal_progress.h"
 
 namespace halvard::cli {
@@ -17,36 +19,26 @@ namespace {
 
 struct SweepArgs {
   std::string list;
-  runs::RunSwitches switches;
-  std::string stopLossLevels;
-  std::string rsLevels;
+  SweepSwitches sweep;
   std::string saveResults;
   std::string saveInc;
   bool separate = false;  // batch only
   int walkForward = 0;    // batch only: the folds, 0 for the sweep
+  bool json = false;      // live only
 };
 
 void AddSweepOptions(Command& command, SweepArgs& args, std::string_view incHelp) {
   command.Add("--list", args.list, "The watch list to run (NAME or NAME.inc)").Required();
-  command.Flag("--corvane", args.switches.corvane, "Trade corvanes (\"Corvane\")");
-  command.Flag("--pyramiding", args.switches.pyramidingBoxes,
-               "Trade the boxes (\"Pyramiding Boxes\")");
-  command.Flag("--rs", args.switches.positiveRS,
-               "Buy only with positive relative strength (\"+ve Relative Strength\")");
-  command.Add("--stoploss", args.stopLossLevels,
-              "Stop-loss levels in dollars as START,STOP,STEP (e.g. 1,2,0.5); default: one "
-              "pass at the current stop loss");
-  command.Add("--rs-days", args.rsLevels,
-              "RS comparison days as START,STOP,STEP (e.g. 5,10,2); default: one pass at "
-              "the current RS days");
+  AddSweepSwitches(command, args.sweep);
   command.Add("--save-results", args.saveResults, "Save the report as a text file");
   command.Add("--save-inc", args.saveInc, std::string(incHelp));
 }
 
-// Applies the levels options and the saves; what differs is the run itself.
-// The live report, which says what to do tomorrow, warns when its prices are stale.
-template <class Report, class RunIt, class ListOf>
-void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, ListOf listOf) {
+// Applies the levels options and the saves; what differs is the run itself and how the report
+// prints. The live report, which says what to do tomorrow, warns when its prices are stale.
+template <class Report, class RunIt, class TextOf, class ListOf>
+void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, TextOf textOf,
+              ListOf listOf) {
   const auto session = OpenSession(options, StartMode::kFull);
   if (std::is_same_v<Report, runs::LiveReport>) {
     SelectListWarningIfStale(*session, args.list);
@@ -55,10 +47,8 @@ void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, 
   }
   TerminalProgress progress;
   Report report(*session, progress);
-  if (!args.stopLossLevels.empty()) runs::ParseStopLossLevels(args.stopLossLevels, report.levels);
-  if (!args.rsLevels.empty()) runs::ParseRsLevels(args.rsLevels, report.levels);
-  RunThenPrint([&] { runIt(report); },
-               [&] { std::cout << WithLineFeeds(report.text()) << std::flush; });
+  report.levels = args.sweep.Levels(report.levels);
+  RunThenPrint([&] { runIt(report); }, [&] { std::cout << textOf(report) << std::flush; });
   if (progress.Cancelled()) throw Interrupted{};
   if (!args.saveResults.empty()) {
     runs::SaveReport(args.saveResults, report.text());
@@ -78,9 +68,13 @@ void AddLiveCommand(Command& program, const GlobalOptions& options) {
   auto command = program.Subcommand(
       "live", "What to do on the next trading day for every symbol of a watch list");
   AddSweepOptions(command, *args, "Save the symbols to buy as a watch list");
+  command.Flag("--json", args->json, "Print the report as one JSON document");
   command.OnRun([&options, args] {
     RunSweep<runs::LiveReport>(
-        options, *args, [&](runs::LiveReport& r) { r.Run(args->switches); },
+        options, *args, [&](runs::LiveReport& r) { r.Run(args->sweep.switches); },
+        [&](const runs::LiveReport& r) {
+          return args->json ? runs::LiveReportJson(r) + "\n" : WithLineFeeds(r.text());
+        },
         [](const runs::LiveReport& r) { return r.buyList(); });
   });
 }
@@ -107,13 +101,14 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
         options, *args,
         [&](runs::WalkForwardReport& r) {
           if (args->walkForward > 0) {
-            r.WalkForward(args->switches, args->walkForward);
+            r.WalkForward(args->sweep.switches, args->walkForward);
           } else if (args->separate) {
-            r.RunBatch(args->switches);
+            r.RunBatch(args->sweep.switches);
           } else {
-            r.GoCommand(args->switches);
+            r.GoCommand(args->sweep.switches);
           }
         },
+        [](const runs::WalkForwardReport& r) { return WithLineFeeds(r.text()); },
         [](const runs::WalkForwardReport& r) { return r.tradedList(); });
   });
 }

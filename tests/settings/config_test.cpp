@@ -17,6 +17,7 @@ TEST(Config, WriteConfigStoresEverySettingInTableOrderAndReadsItBack) {
   Config c;
   c.StockFilePath = "/home/me/prices";
   c.IncFilePath = "";
+  c.ReportFilePath = "/home/me/reports";
   c.downloadTime.serial = 17.5 / 24;
   c.downloadDate.serial = *platform::ParseDate("2024-03-05");
   c.enableAutoDownload = true;
@@ -31,7 +32,8 @@ TEST(Config, WriteConfigStoresEverySettingInTableOrderAndReadsItBack) {
   c.WriteConfig(store);
   EXPECT_EQ(
       ReadText(dir / "s.ini"),
-      "[Paths]\r\nStock File Path=/home/me/prices\r\nInc File Path=\r\n\r\n"
+      "[Paths]\r\nStock File Path=/home/me/prices\r\nInc File Path=\r\n"
+      "Report File Path=/home/me/reports\r\n\r\n"
       "[Download]\r\nTime=5:30:00 PM\r\nDate=3/5/2024\r\nEnabled=True\r\n"
       "Lists=sample.inc,tech.inc\r\n\r\n"
       "[View]\r\nShowRS=False\r\nCurrent=4\r\nHeight=-3\r\nWidth=12255\r\n\r\n"

@@ -79,7 +79,8 @@ void ChooseDownloadLists(settings::Config& config, const std::vector<std::string
 
 bool AutoDownload(const std::vector<std::string>& listNames, bool skipExisting, double today,
                   Downloader& downloader, settings::Config& config,
-                  const settings::MRegistry& store, platform::Progress& progress) {
+                  const settings::MRegistry& store, platform::Progress& progress,
+                  const std::function<void(const std::string&)>& listDone) {
   if (listNames.empty()) return false;
   bool allDownloaded = true;
   const int total = static_cast<int>(listNames.size());
@@ -88,6 +89,7 @@ bool AutoDownload(const std::vector<std::string>& listNames, bool skipExisting, 
     const auto path = WatchListPath(config.IncFilePath, listNames[i]);
     allDownloaded &=
         downloader.DownloadList(path, MonthsBefore(today, 12), today, skipExisting, progress);
+    if (listDone && !progress.Cancelled()) listDone(listNames[i]);
   }
   if (progress.Cancelled()) return allDownloaded;
   config.downloadDate.serial = DayOf(today);

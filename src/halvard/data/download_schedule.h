@@ -3,6 +3,7 @@
 // and the download itself over the chosen watch lists.
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,9 +45,12 @@ void ChooseDownloadLists(settings::Config& config, const std::vector<std::string
 // Failed symbols are in the event log only. Returns true when no symbol failed. A cancel stops
 // between two symbols and leaves downloadDate as it was; with no list nothing is downloaded and
 // the date is not stored either (false), so the download stays due until lists are chosen.
+// listDone, when given, is called after each list's download with its name, while the
+// downloader's errorText still holds that list's failures.
 bool AutoDownload(const std::vector<std::string>& listNames, bool skipExisting, double today,
                   Downloader& downloader, settings::Config& config,
-                  const settings::MRegistry& store, platform::Progress& progress);
+                  const settings::MRegistry& store, platform::Progress& progress,
+                  const std::function<void(const std::string&)>& listDone = {});
 
 // The label of the download window: " Data last downloaded on : " CR LF and the date, or
 // "Unknown" while downloadDate still holds its unset value (1/1/00).

@@ -24,7 +24,8 @@ std::string ListReport::RsRange() const {
                    std::to_string(levels.rsStep));
 }
 
-bool ListReport::ForEachStock(const std::function<void()>& tested) {
+bool ListReport::ForEachStock(const std::function<void()>& tested,
+                              const std::function<void()>& notLoaded) {
   engine::StockView& v = s_.view();
   const int n = static_cast<int>(s_.symbols.size());
   for (int i = 0; i < n; ++i) {
@@ -32,6 +33,7 @@ bool ListReport::ForEachStock(const std::function<void()>& tested) {
     progress_.Step(i, n, std::to_string(i + 1) + "/" + std::to_string(n));
     if (!prices_.Load(v, s_.StockPath(s_.symbols[i]))) {
       Line(v.stockSymbol + "\tError opening stock file ");
+      if (notLoaded) notLoaded();
       continue;
     }
     engine::ComputeBoxes(v, s_.config.enableGraphUpdate);

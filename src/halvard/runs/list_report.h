@@ -31,10 +31,11 @@ class ListReport {
   std::string RsRange() const;
 
   // Calls tested() for every stock of the list that loads, with its boxes computed; a missing
-  // price file gets the row "SYMBOL\tError opening stock file ". Each stock is progress step i
-  // (from 0) with the text "i+1/n", the count the windows show.
-  // Returns false when the run was cancelled before the end of the list.
-  bool ForEachStock(const std::function<void()>& tested);
+  // price file gets the row "SYMBOL\tError opening stock file " (and a call of notLoaded, when
+  // given). Each stock is progress step i (from 0) with the text "i+1/n", the count the windows
+  // show. Returns false when the run was cancelled before the end of the list.
+  bool ForEachStock(const std::function<void()>& tested,
+                    const std::function<void()>& notLoaded = {});
 
   Session& s_;
   platform::Progress& progress_;

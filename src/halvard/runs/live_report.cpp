@@ -29,6 +29,14 @@ void LiveReport::Run(const RunSwitches& switches) {
 
 void LiveReport::RunLive(const RunSwitches& switches) {
   const settings::Config& c = s_.config;
+  LivePass& pass = passes_.emplace_back(LivePass{.date = today_,
+                                                 .listName = s_.listName,
+                                                 .stopLossLimit = c.stopLossLimit,
+                                                 .rsDays = c.rsDayCurr,
+                                                 .rsCheck = switches.positiveRS,
+                                                 .unusualVolume = c.useUnusualVolume,
+                                                 .buyMode = c.buyMode,
+                                                 .rows = {}});
   Line("Starting Live Trading on " + platform::FormatShortDate(today_) + " for " + s_.listName);
   Line(switches.positiveRS ? "RS Check is Enabled" : "RS Check is Disabled");
   // This line follows the setting, not the switch.
@@ -41,16 +49,26 @@ void LiveReport::RunLive(const RunSwitches& switches) {
   buyList_.clear();
   const engine::StockView& v = s_.view();
   engine::BackTester& tester = s_.tester();
-  ForEachStock([&] {
-    tester.Backtest(switches.ForListRun(true));
-    if (tester.buyArmed) {
-      Line(v.stockSymbol + "\tBuy\t" + platform::FormatShortDate(tester.buyArmedDate) + "\t" +
-           FormatGeneral(tester.lastStopBuy) + "\t" + FormatGeneral(tester.lastStopLoss));
-      buyList_ += v.stockSymbol + "\r\n";
-    } else {
-      Line(v.stockSymbol + "\tSkip");
-    }
-  });
+  ForEachStock(
+      [&] {
+        tester.Backtest(switches.ForListRun(true));
+        LiveRow row{.symbol = v.stockSymbol, .newestDate = v.newestDate};
+        if (tester.buyArmed) {
+          row.action = LiveRow::Action::kBuy;
+          row.signalDate = tester.buyArmedDate;
+          row.stopBuy = tester.lastStopBuy;
+          row.stopLoss = tester.lastStopLoss;
+          Line(v.stockSymbol + "\tBuy\t" + platform::FormatShortDate(tester.buyArmedDate) + "\t" +
+               FormatGeneral(tester.lastStopBuy) + "\t" + FormatGeneral(tester.lastStopLoss));
+          buyList_ += v.stockSymbol + "\r\n";
+        } else {
+          Line(v.stockSymbol + "\tSkip");
+        }
+        pass.rows.push_back(std::move(row));
+      },
+      [&] {
+        pass.rows.push_back({.symbol = v.stockSymbol, .action = LiveRow::Action::kNoPrices});
+      });
 }
 
 }  // namespace halvard::runs

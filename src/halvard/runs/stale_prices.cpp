@@ -29,6 +29,10 @@ int TradingDaysSince(double newest, double today) {
   return days;
 }
 
+bool PricesAreStale(double newest, double today) {
+  return TradingDaysSince(newest, today) > kStaleAfterTradingDays;
+}
+
 std::optional<std::string> StalePricesWarning(const Session& session, double today) {
   if (session.symbols.empty()) return std::nullopt;
   // Read apart from the session's view, which by now may hold another stock of the list.
@@ -38,7 +42,7 @@ std::optional<std::string> StalePricesWarning(const Session& session, double tod
   } catch (const Error&) {
     return std::nullopt;  // the run itself names what is wrong with the file
   }
-  if (TradingDaysSince(row0->newestDate, today) <= kStaleAfterTradingDays) return std::nullopt;
+  if (!PricesAreStale(row0->newestDate, today)) return std::nullopt;
   return "newest prices are from " + platform::FormatShortDate(row0->newestDate);
 }
 

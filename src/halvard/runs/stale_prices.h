@@ -12,6 +12,9 @@ namespace halvard::runs {
 // Weekdays after `newest` up to and including `today` (holidays are not known, so counted).
 int TradingDaysSince(double newest, double today);
 
+// True when newest lies more than five trading days before today: the prices stopped coming.
+bool PricesAreStale(double newest, double today);
+
 // "newest prices are from 12/29/2017" when the price file of the list's row 0 loads and its
 // newest day lies more than five trading days before today; nothing otherwise.
 std::optional<std::string> StalePricesWarning(const Session& session, double today);

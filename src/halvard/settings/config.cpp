@@ -96,6 +96,7 @@ template <class C, class Visitor>
 void VisitSettings(C& c, Visitor&& visit) {
   visit("Paths", "Stock File Path", DefaultStockFilePath(), c.StockFilePath);
   visit("Paths", "Inc File Path", DefaultIncFilePath(), c.IncFilePath);
+  visit("Paths", "Report File Path", DefaultReportFilePath(), c.ReportFilePath);
   visit("Download", "Time", "4:00 PM", c.downloadTime);
   visit("Download", "Date", "1/1/00", c.downloadDate);
   visit("Download", "Enabled", "False", c.enableAutoDownload);
@@ -173,6 +174,9 @@ std::string DefaultStockFilePath() {
 }
 std::string DefaultIncFilePath() {
   return (platform::DataHome() / "watchlists").string();
+}
+std::string DefaultReportFilePath() {
+  return (platform::DataHome() / "reports").string();
 }
 
 void Config::ReadConfig(const MRegistry& store) {

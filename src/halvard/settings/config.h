@@ -22,6 +22,7 @@ class Config {
   // Paths
   std::string StockFilePath;
   std::string IncFilePath;
+  std::string ReportFilePath;  // where the daily reports are written
   // Download
   DateValue downloadTime;
   DateValue downloadDate;
@@ -95,5 +96,6 @@ void SetForThisRun(Config& config, std::string_view section, std::string_view na
 // The default folders of a fresh machine (under the XDG data folder).
 std::string DefaultStockFilePath();
 std::string DefaultIncFilePath();
+std::string DefaultReportFilePath();
 
 }  // namespace halvard::settings
