@@ -72,6 +72,24 @@ check "backtest of AMD" "$(cat "$data/backtest_amd.txt")" "$out"
 run "${box[@]}" backtest NOPE
 check "backtest of a missing symbol" 1 "$rc"
 
+# live --json: the text report's rows, numbers as numbers.
+run "${samplesrun[@]}" live --list sample --corvane --pyramiding --rs
+text_buys=$(awk -F'\t' '$2 == "Buy" {print $1, $4, $5}' <<<"$out")
+run "${samplesrun[@]}" live --list sample --corvane --pyramiding --rs --json
+check "live --json holds the text's Buy rows" "$text_buys" "$(python3 -c '
+import json, sys
+for row in json.load(sys.stdin)["passes"][0]["rows"]:
+    if row["action"] == "Buy": print(row["symbol"], repr(row["stopBuy"]), repr(row["stopLoss"]))' <<<"$out")"
+check "live --json is one line" "1" "$(wc -l <<<"$out")"
+run --config "$scratch/daily-samples.ini" "${samplesrun[@]}" daily --list sample --corvane --pyramiding --rs \
+  --reports "$scratch/daily-samples"
+check "daily prints the live report's Buy rows with their levels" "$(sort <<<"$text_buys")" \
+  "$(head -n -1 <<<"$out" | awk -F'\t' '{print $1, $4, $5}' | sort)"
+check "newest signal first" "$(head -n -1 <<<"$out" | cut -f3 | awk -F/ '{printf "%d%02d%02d\n", $3, $1, $2}' | sort -r)" \
+  "$(head -n -1 <<<"$out" | cut -f3 | awk -F/ '{printf "%d%02d%02d\n", $3, $1, $2}')"
+check "and the list's line" "sample: 40 symbols checked, 40 with stale prices, $(wc -l <<<"$text_buys") Buy, no failure" \
+  "$(tail -n 1 <<<"$out")"
+
 # The chart: the status bar's texts on stdout (the newest line of AMD.txt), the drawing in a file.
 run "${samplesrun[@]}" chart AMD --view 5 -o "$scratch/amd.svg"
 check "chart status texts" $'One Year View - AMD\nLast Day - 12/29/2017: 10.57,10.58,10.27,10.28,26678900 Last Box : 11.19,10.2 ' "$out"
@@ -320,6 +338,31 @@ check "schedule downloads" " Data last downloaded on : "$'\n'"$(date +%-m/%-d/%Y
 check "schedule stores the date" "$(date +%-m/%-d/%Y)" "$("$halvard" --config "$scratch/sched.ini" config get Download Date)"
 run "${sched[@]}" schedule --list two
 check "schedule a second time the same day" "Nothing to do: already downloaded on $(date +%-m/%-d/%Y)" "$out"
+
+# The evening in one command: the download when due, each list's report written as text and
+# JSON into the reports folder, on stdout only the Buy rows and one line per list.
+daily=(--config "$scratch/daily.ini" "${dl[@]}")
+today=$(date +%F)
+run "${daily[@]}" daily --list two
+check "daily when the download is not enabled" \
+  "0 halvard: prices not downloaded: automatic downloading is not enabled (Download/Enabled)" \
+  "$rc $(head -n 1 <<<"$err")"
+report=$XDG_DATA_HOME/halvard600/reports/$today-two
+check "daily writes both reports in the default folder" "Daily report for two on $(date +%-m/%-d/%Y)" \
+  "$(head -n 1 "$report.txt" | tr -d '\r')"
+check "daily prints the JSON report's Buy rows and the list's line" \
+  "$(jq -r '.report.passes[].rows[] | select(.action == "Buy") | .symbol' "$report.json" | sort)|two: 2 symbols checked, 2 with stale prices, $(jq '[.report.passes[].rows[] | select(.action == "Buy")] | length' "$report.json") Buy, no failure" \
+  "$(head -n -1 <<<"$out" | cut -f1 | sort)|$(tail -n 1 <<<"$out")"
+run "${daily[@]}" config set Download Enabled True
+run "${daily[@]}" config set Download Time "0:00"
+run "${daily[@]}" --set "Services/Table Host=127.0.0.1:1" daily --list two --reports "$scratch/reports"
+check "daily with failed downloads" "1 halvard: two: Failed to download GOOG" "$rc $(grep -m 1 'two: Failed' <<<"$err")"
+check "the report is still written and lists them" "Failed to download GOOG,Failed to download ORCL" \
+  "$(jq -r '.failures | join(",")' "$scratch/reports/$today-two.json")"
+check "and the download is done for the day" "Prices not downloaded: already downloaded on $(date +%-m/%-d/%Y)" \
+  "$("$halvard" "${daily[@]}" daily --list two --reports "$scratch/reports" 2>/dev/null >/dev/null; sed -n 2p "$scratch/reports/$today-two.txt" | tr -d '\r')"
+run "${daily[@]}" daily --list nosuch
+check "daily of a missing list" "1 halvard: error: watch list $scratch/lists/nosuch.inc does not exist" "$rc $err"
 # Company data, EPS lines and ranks from the same local server: one quotes line and one profile
 # page for every symbol.
 mkdir -p "$scratch/www/d" "$scratch/www/q" "$scratch/fund/data" "$scratch/fund/lists"
