@@ -77,6 +77,9 @@ class MainFrm : public QMainWindow {
   void OpenBooleanOperations();
   // The screener, modal; the list of watch lists is refreshed when it closes.
   void OpenScreener();
+  // The newest day's daily reports (every list's, from the reports folder) in a text window,
+  // or a message saying there is none.
+  void ShowTodaysReport();
   // The download timer found the scheduled download due.
   void ScheduledDownload();
 

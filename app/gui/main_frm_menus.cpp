@@ -9,6 +9,7 @@
 #include "dialogs.h"
 #include "halvard/error.h"
 #include "halvard/platform/line_reader.h"
+#include "halvard/runs/daily_report_files.h"
 #include "halvard/runs/fundamentals_commands.h"
 #include "halvard/runs/scan_commands.h"
 #include "halvard/runs/scans.h"
@@ -16,6 +17,7 @@
 #include "options_dialog.h"
 #include "progress_relay.h"
 #include "progress_window.h"
+#include "text_window.h"
 
 namespace halvard::gui {
 namespace {
@@ -98,6 +100,8 @@ void MainFrm::BuildMenus() {
           &QAction::triggered, this, [this] { OpenBatchTest(); });
   connect(AddEntry(trade, "backTestCurrMnu", QStringLiteral("BackTest &Current")),
           &QAction::triggered, this, [this] { BacktestCurrent(false); });
+  connect(AddEntry(trade, "todaysReportMnu", QStringLiteral("Today's &Report")),
+          &QAction::triggered, this, &MainFrm::ShowTodaysReport);
 
   QMenu* boxes = bar->addMenu(QStringLiteral("&Boxes"));
   connect(AddEntry(boxes, "jumpToMnuItem", QStringLiteral("&Jump To")), &QAction::triggered, this,
@@ -124,6 +128,26 @@ void MainFrm::BuildMenus() {
 
   QMenu* help = bar->addMenu(QStringLiteral("&Help"));
   AddEntry(help, "aboutMnuItem", QStringLiteral("&About"));
+}
+
+void MainFrm::ShowTodaysReport() {
+  const std::string& folder = session_->config.ReportFilePath;
+  Guarded([&] {
+    const auto latest = runs::FindLatestDailyReports(folder);
+    if (!latest) {
+      dialogs_.message(this, QStringLiteral("Today's Report"),
+                       QStringLiteral("There is no daily report in %1 yet.\n\nThe command "
+                                      "\"halvard daily --list NAME\" writes one, once an evening.")
+                           .arg(QString::fromStdString(folder)),
+                       Dialogs::Icon::kInformation);
+      return;
+    }
+    auto* window = new TextWindow(
+        this, QStringLiteral("todaysReport"),
+        QStringLiteral("Today's Report - %1").arg(QString::fromStdString(latest->day)));
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->ShowLog(latest->text);
+  });
 }
 
 void MainFrm::RunScan(const runs::ScanCommand& command) {

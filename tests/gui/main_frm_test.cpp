@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
@@ -529,6 +530,40 @@ class MainFrmTest : public QObject {
     QCOMPARE(report->text(), QStringLiteral("ZZZ.txt:2: the high \"two\" is not a number\n"
                                             "42 files checked: 1 does not load\n"));
     QVERIFY(dialogs.messages.empty());
+  }
+
+  // Trade > Today's Report: the newest day's daily reports in a window, or a message saying
+  // there is none yet.
+  void todaysReportShowsTheNewestDaysReports() {
+    Workspace ws;
+    const QString reports = ws.stocks() + QStringLiteral("/../reports");
+    ws.writeSettings(QStringLiteral("[Paths]\nReport File Path=%1\n").arg(reports));
+    FakeDialogs dialogs;
+    auto w = ws.open(dialogs);
+    auto* entry = w->findChild<QAction*>(QStringLiteral("todaysReportMnu"));
+    QVERIFY(entry != nullptr);
+    QCOMPARE(entry->text(), QStringLiteral("Today's &Report"));
+    entry->trigger();
+    QCOMPARE(dialogs.messages.size(), size_t{1});
+    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Today's Report"));
+    QVERIFY(dialogs.messages[0].text.startsWith(QStringLiteral("There is no daily report in ")));
+    QVERIFY(w->findChild<TextWindow*>(QStringLiteral("todaysReport")) == nullptr);
+
+    QVERIFY(QDir().mkpath(reports));
+    const auto write = [&](const char* name, const char* text) {
+      QFile file(reports + QLatin1Char('/') + QLatin1String(name));
+      QVERIFY(file.open(QIODevice::WriteOnly));
+      file.write(text);
+    };
+    write("2026-11-23-sample.txt", "Daily report for sample on 11/23/2026\r\n");
+    write("2026-11-24-sample.txt", "Daily report for sample on 11/24/2026\r\nABC\tBuy\r\n");
+    entry->trigger();
+    const auto* report = w->findChild<TextWindow*>(QStringLiteral("todaysReport"));
+    QVERIFY(report != nullptr);
+    QVERIFY(report->isVisible());
+    QCOMPARE(report->windowTitle(), QStringLiteral("Today's Report - 2026-11-24"));
+    QCOMPARE(report->text(), QStringLiteral("Daily report for sample on 11/24/2026\nABC\tBuy\n"));
+    QCOMPARE(dialogs.messages.size(), size_t{1});
   }
 
   // The SEC asks for a contact: the first company-data run asks for it, refuses one without an
