@@ -68,6 +68,7 @@ OptionsDialog::OptionsDialog(settings::Config& config, std::function<void()> sav
   tbsOptions_->setTabToolTip(0, QStringLiteral("Set Paths to Various Directories"));
   incPath_ = AddPathRow(paths, "incPath", "ifPathBtn", QStringLiteral("Inc File Path"));
   stockPath_ = AddPathRow(paths, "stockPath", "sfPathBtn", QStringLiteral("Stock File Path"));
+  reportPath_ = AddPathRow(paths, "reportPath", "rfPathBtn", QStringLiteral("Report File Path"));
 
   auto* trading = new QFormLayout(NewPage(tbsOptions_, QStringLiteral("&Trading Options")));
   buyModeCombo_ = new QComboBox;
@@ -119,6 +120,8 @@ OptionsDialog::OptionsDialog(settings::Config& config, std::function<void()> sav
           [this, pick] { pick(incPath_, QStringLiteral("Inc Files Path")); });
   connect(findChild<QPushButton*>(QStringLiteral("sfPathBtn")), &QPushButton::clicked, this,
           [this, pick] { pick(stockPath_, QStringLiteral("Stock Files Path")); });
+  connect(findChild<QPushButton*>(QStringLiteral("rfPathBtn")), &QPushButton::clicked, this,
+          [this, pick] { pick(reportPath_, QStringLiteral("Daily Reports Path")); });
   // Ctrl+Tab alone goes forward and wraps from the last page to the first.
   auto* next = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Tab), this);
   connect(next, &QShortcut::activated, this, &OptionsDialog::NextTab);
@@ -143,6 +146,7 @@ void OptionsDialog::Load() {
   const settings::Config& c = config_;
   incPath_->setText(QString::fromStdString(c.IncFilePath));
   stockPath_->setText(QString::fromStdString(c.StockFilePath));
+  reportPath_->setText(QString::fromStdString(c.ReportFilePath));
   // buyMode 1 is the first item; a value with no item shows none.
   buyModeCombo_->setCurrentIndex(c.buyMode - 1 >= 0 && c.buyMode - 1 < 2 ? c.buyMode - 1 : -1);
   rsCheckEnabled_->setChecked(c.rsCheckEnabled);
@@ -219,6 +223,7 @@ void OptionsDialog::accept() {
   settings::Config& c = config_;
   c.StockFilePath = stockPath_->text().toStdString();
   c.IncFilePath = incPath_->text().toStdString();
+  c.ReportFilePath = reportPath_->text().toStdString();
   c.useUnusualVolume = uvEnabled_->isChecked();
   c.rsCheckEnabled = rsCheckEnabled_->isChecked();
   c.buyMode = static_cast<int16_t>(buyModeCombo_->currentIndex() + 1);

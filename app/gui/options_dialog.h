@@ -53,6 +53,7 @@ class OptionsDialog : public QDialog {
   // Configuration
   QLineEdit* incPath_;
   QLineEdit* stockPath_;
+  QLineEdit* reportPath_;
   // Trading Options
   QComboBox* buyModeCombo_;
   QCheckBox* rsCheckEnabled_;

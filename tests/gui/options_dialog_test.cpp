@@ -157,6 +157,8 @@ class OptionsDialogTest : public QObject {
     dialogs_.folderAnswer = "/picked";
     Control<QPushButton>(*d, "sfPathBtn")->click();
     QCOMPARE(Control<QLineEdit>(*d, "stockPath")->text(), QStringLiteral("/picked"));
+    Control<QPushButton>(*d, "rfPathBtn")->click();
+    QCOMPARE(Control<QLineEdit>(*d, "reportPath")->text(), QStringLiteral("/picked"));
     dialogs_.folderAnswer.clear();
     Control<QPushButton>(*d, "ifPathBtn")->click();
     QCOMPARE(Control<QLineEdit>(*d, "incPath")->text(), QStringLiteral("/lists"));
