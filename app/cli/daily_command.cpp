@@ -44,7 +44,6 @@ void Run(const GlobalOptions& options, const DailyArgs& args) {
       .skipExisting = args.skipExisting};
   const runs::DailyResult result =
       runs::RunDaily(*c.session, c.downloads, daily, platform::Now(), c.progress);
-  if (result.cancelled) throw Interrupted{"no report was written for the list it stopped in"};
   if (result.notDownloaded.empty()) {
     c.ReportServed();
   } else {
@@ -59,6 +58,11 @@ void Run(const GlobalOptions& options, const DailyArgs& args) {
     if (!list.textFile.empty()) std::cerr << "halvard: wrote " << list.textFile.string() << "\n";
   }
   std::cout << std::flush;
+  // What was done is printed first, as after any stopped run.
+  if (result.cancelled) {
+    const bool inDownload = result.lists.empty() && result.download == data::ScheduleVerdict::kDue;
+    throw Interrupted{inDownload ? kDownloadsKept : "the list it stopped in got no report"};
+  }
   if (result.failed()) throw Failed{};
 }
 

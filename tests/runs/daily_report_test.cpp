@@ -174,6 +174,29 @@ TEST_F(DailyReportTest, AMissingListStopsBeforeAnyDownloadOrFile) {
   EXPECT_FALSE(fs::exists(options.reportsFolder));
 }
 
+// Cancelled once it has taken `steps` steps.
+class CancelAfter : public platform::Progress {
+ public:
+  explicit CancelAfter(int steps) : left_(steps) {}
+  void Step(int, int, std::string_view) override { --left_; }
+  bool Cancelled() const override { return left_ <= 0; }
+
+ private:
+  int left_;
+};
+
+TEST_F(DailyReportTest, ACancelKeepsTheReportsWrittenAndWritesNoneForTheListItStoppedIn) {
+  List("one", "AMD\r\nGE\r\n");
+  List("two", "KR\r\nMU\r\n");
+  CancelAfter third(3);  // the first stock of the second list
+  const DailyResult result = RunDaily(s, downloads, options, At("11/24/2026 3:00 PM"), third);
+  EXPECT_TRUE(result.cancelled);
+  ASSERT_EQ(result.lists.size(), 1u);
+  EXPECT_TRUE(fs::exists(options.reportsFolder / "2026-11-24-one.txt"));
+  EXPECT_FALSE(fs::exists(options.reportsFolder / "2026-11-24-two.txt"));
+  EXPECT_FALSE(fs::exists(options.reportsFolder / "2026-11-24-two.json"));
+}
+
 TEST(DailyBuys, NewestSignalFirstAndTheListsOrderWithinADay) {
   DailyResult result;
   const auto buy = [](const char* symbol, const char* day) {
