@@ -151,6 +151,25 @@ TEST_F(DailyReportTest, AFailingSymbolFailsTheRunAndIsListedInTheReportStillWrit
   EXPECT_EQ(doc["failures"], json(failures));
 }
 
+TEST_F(DailyReportTest, APriceFileThatDoesNotLoadEndsItsListsReportWhichIsStillWritten) {
+  test::WriteText(prices / "BROKEN.txt", test::PriceFile({"2017-12-29,1,two,0.5,1.5,100"}));
+  List("bad", "AMD\r\nBROKEN\r\nGE\r\n");
+  List("good", "KR\r\n");
+  const DailyResult result = Run("11/24/2026 3:00 PM");
+  EXPECT_TRUE(result.failed());
+  ASSERT_EQ(result.lists.size(), 2u);
+  const DailyList& bad = result.lists[0];
+  EXPECT_EQ(bad.checked, 1);
+  ASSERT_EQ(bad.failures.size(), 1u);
+  EXPECT_NE(bad.failures[0].find("BROKEN.txt line 2: the high \"two\" is not a number"),
+            std::string::npos);
+  const std::string text = Report("2026-11-24-bad.txt");
+  EXPECT_NE(text.find("AMD\t"), std::string::npos);
+  EXPECT_EQ(text.find("GE\t"), std::string::npos);
+  EXPECT_NE(text.find("Failures:\r\n" + bad.failures[0] + "\r\n"), std::string::npos);
+  EXPECT_TRUE(result.lists[1].failures.empty());
+}
+
 TEST_F(DailyReportTest, AReportThatCannotBeWrittenIsAFailureAndTheOtherListsGoOn) {
   test::WriteText(reports / "daily", "a file where the folder should be");
   List("one", "AMD\r\n");
