@@ -42,7 +42,8 @@ void ReloadIndexAfterDownload(Session& s) {
     data::LoadIndexFile(s.view(), s.config.StockFilePath + "/" + std::string(data::kIndexFileName),
                         s.config);
   } catch (const Error&) {
-    // The index of the start stays; the download's own failure is already in its list.
+    // A download stores only files that load: this is an index changed by hand since the
+    // start, which the next run over a list will name.
   }
 }
 
