@@ -6,6 +6,7 @@
 #include "backtest_window.h"
 #include "dialogs.h"
 #include "halvard/data/watch_list.h"
+#include "halvard/settings/value_from_text.h"
 #include "main_frm.h"
 #include "text_editor.h"
 #include "typed_number.h"
@@ -111,18 +112,18 @@ std::optional<int16_t> MainFrm::AskShort(const QString& title, const QString& pr
                                          const QString& what) {
   const auto answer = Ask(title, prompt);
   if (!answer) return std::nullopt;
-  const std::optional<int16_t> number = TypedShort(*answer);
-  if (!number) Refuse(NotAWholeNumberMessage(*answer, what));
-  return number;
+  const Typed<int16_t> number = TypedShort(*answer, what);
+  if (!number.value) Refuse(number.refusal);
+  return number.value;
 }
 
 std::optional<double> MainFrm::AskDouble(const QString& title, const QString& prompt,
                                          const QString& what) {
   const auto answer = Ask(title, prompt);
   if (!answer) return std::nullopt;
-  const std::optional<double> number = TypedDouble(*answer);
-  if (!number) Refuse(NotANumberMessage(*answer, what));
-  return number;
+  const Typed<double> number = TypedDouble(*answer, what);
+  if (!number.value) Refuse(number.refusal);
+  return number.value;
 }
 
 void MainFrm::AskRSDays() {
@@ -139,12 +140,8 @@ void MainFrm::AskUnusualVolume() {
       AskDouble(QStringLiteral("Unusual Volume"), QStringLiteral("Enter the unusual volume %age"),
                 QStringLiteral("The unusual volume %age"));
   if (!x) return;
-  // A fraction is taken as it is, a larger number as a percentage; 0, below and exactly 1 are
-  // ignored.
-  if (*x > 0 && *x < 1) {
-    session_->config.unusualVolumePercentage = *x;
-  } else if (*x > 1) {
-    session_->config.unusualVolumePercentage = *x / 100;
+  if (const auto fraction = settings::FractionOrPercentage(*x)) {
+    session_->config.unusualVolumePercentage = *fraction;
   }
   UpdateLights();
 }

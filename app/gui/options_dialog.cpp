@@ -13,6 +13,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <optional>
+#include <variant>
 
 #include "dialogs.h"
 #include "halvard/platform/number_text.h"
@@ -31,6 +32,16 @@ QWidget* NewPage(QTabWidget* tabs, const QString& caption) {
 
 QString Text(double value) {
   return QString::fromStdString(platform::FormatGeneral(value));
+}
+QString Text(int16_t value) {
+  return QString::number(value);
+}
+
+Typed<double> TypedAs(double, const QString& text, const QString& what) {
+  return TypedDouble(text, what);
+}
+Typed<int16_t> TypedAs(int16_t, const QString& text, const QString& what) {
+  return TypedShort(text, what);
 }
 
 // A path field with its folder button beside it.
@@ -98,6 +109,20 @@ OptionsDialog::OptionsDialog(settings::Config& config, std::function<void()> sav
   XQuantity_ = AddField(scans, "XQuantity", QStringLiteral("For X Week High, X ="));
   f2weekPeriod_ = AddField(scans, "f2weekPeriod", QStringLiteral("Period for 52 week High"));
 
+  using settings::Config;
+  numbers_ = {
+      {rsLimit_, QStringLiteral("RS Days Limit"), &Config::rsDayCurr},
+      {uvLimit_, QStringLiteral("Unusual Volume Percentage"), &Config::unusualVolumePercentage},
+      {slLimit_, QStringLiteral("Stop Loss Limit"), &Config::stopLossLimit},
+      {f2weekPeriod_, QStringLiteral("Period for 52 week High"), &Config::period52week},
+      {XWeekPeriod_, QStringLiteral("Period for X week High"), &Config::periodXweek},
+      {XQuantity_, QStringLiteral("For X Week High, X"), &Config::periodXQuantity},
+      {BoxScanPeriod_, QStringLiteral("Period for other scans"), &Config::periodBoxScan},
+      {EPSRankScanPercent_, QStringLiteral("EPS Rank Scan Top %age"),
+       &Config::EPSRankScanPercentage},
+      {RSRankScanPercent_, QStringLiteral("RS Rank Scan Top %age"), &Config::RSRankScanPercentage},
+  };
+
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
   buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
@@ -151,16 +176,10 @@ void OptionsDialog::Load() {
   buyModeCombo_->setCurrentIndex(c.buyMode - 1 >= 0 && c.buyMode - 1 < 2 ? c.buyMode - 1 : -1);
   rsCheckEnabled_->setChecked(c.rsCheckEnabled);
   uvEnabled_->setChecked(c.useUnusualVolume);
-  slLimit_->setText(Text(c.stopLossLimit));
-  rsLimit_->setText(QString::number(c.rsDayCurr));
-  uvLimit_->setText(Text(c.unusualVolumePercentage));
-  RSRankScanPercent_->setText(QString::number(c.RSRankScanPercentage));
-  EPSRankScanPercent_->setText(QString::number(c.EPSRankScanPercentage));
   enableGraphShowing_->setChecked(c.enableGraphUpdate);
-  BoxScanPeriod_->setText(QString::number(c.periodBoxScan));
-  XWeekPeriod_->setText(QString::number(c.periodXweek));
-  XQuantity_->setText(QString::number(c.periodXQuantity));
-  f2weekPeriod_->setText(QString::number(c.period52week));
+  for (const NumberField& field : numbers_) {
+    std::visit([&](auto setting) { field.edit->setText(Text(c.*setting)); }, field.setting);
+  }
 }
 
 void OptionsDialog::AddServicesPage(
@@ -189,25 +208,18 @@ void OptionsDialog::accept() {
     field->setFocus();
     field->selectAll();
   };
-  const auto whole = [&](QLineEdit* field, const QString& what) {
-    const std::optional<int16_t> n = TypedShort(field->text());
-    if (!n) refuse(field, NotAWholeNumberMessage(field->text(), what));
-    return n.value_or(0);
-  };
-  const auto real = [&](QLineEdit* field, const QString& what) {
-    const std::optional<double> x = TypedDouble(field->text());
-    if (!x) refuse(field, NotANumberMessage(field->text(), what));
-    return x.value_or(0);
-  };
-  const int16_t rsDays = whole(rsLimit_, QStringLiteral("RS Days Limit"));
-  const double uvPercentage = real(uvLimit_, QStringLiteral("Unusual Volume Percentage"));
-  const double stopLoss = real(slLimit_, QStringLiteral("Stop Loss Limit"));
-  const int16_t p52 = whole(f2weekPeriod_, QStringLiteral("Period for 52 week High"));
-  const int16_t pX = whole(XWeekPeriod_, QStringLiteral("Period for X week High"));
-  const int16_t qX = whole(XQuantity_, QStringLiteral("For X Week High, X"));
-  const int16_t pBox = whole(BoxScanPeriod_, QStringLiteral("Period for other scans"));
-  const int16_t eps = whole(EPSRankScanPercent_, QStringLiteral("EPS Rank Scan Top %age"));
-  const int16_t rs = whole(RSRankScanPercent_, QStringLiteral("RS Rank Scan Top %age"));
+  settings::Config typed = config_;
+  for (const NumberField& field : numbers_) {
+    std::visit(
+        [&](auto setting) {
+          const auto number = TypedAs(typed.*setting, field.edit->text(), field.what);
+          if (number.value)
+            typed.*setting = *number.value;
+          else
+            refuse(field.edit, number.refusal);
+        },
+        field.setting);
+  }
   std::vector<settings::ServiceText> servicesChanged;
   if (services_ != nullptr && !failed) {
     QLineEdit* bad = nullptr;
@@ -227,15 +239,9 @@ void OptionsDialog::accept() {
   c.useUnusualVolume = uvEnabled_->isChecked();
   c.rsCheckEnabled = rsCheckEnabled_->isChecked();
   c.buyMode = static_cast<int16_t>(buyModeCombo_->currentIndex() + 1);
-  c.rsDayCurr = rsDays;
-  c.unusualVolumePercentage = uvPercentage;
-  c.stopLossLimit = stopLoss;
-  c.period52week = p52;
-  c.periodXweek = pX;
-  c.periodXQuantity = qX;
-  c.periodBoxScan = pBox;
-  c.EPSRankScanPercentage = eps;
-  c.RSRankScanPercentage = rs;
+  for (const NumberField& field : numbers_) {
+    std::visit([&](auto setting) { c.*setting = typed.*setting; }, field.setting);
+  }
   try {
     save_();
     if (services_ != nullptr) services_->Store(servicesChanged);

@@ -7,6 +7,8 @@
 
 #include <QDialog>
 #include <functional>
+#include <variant>
+#include <vector>
 
 #include "halvard/settings/config.h"
 #include "halvard/settings/services.h"
@@ -71,6 +73,15 @@ class OptionsDialog : public QDialog {
   QLineEdit* f2weekPeriod_;
   // Services
   ServicesPage* services_ = nullptr;
+
+  // A number field with the setting it edits and its name in a refusal, in the order OK reads
+  // them.
+  struct NumberField {
+    QLineEdit* edit;
+    QString what;
+    std::variant<int16_t settings::Config::*, double settings::Config::*> setting;
+  };
+  std::vector<NumberField> numbers_;
 };
 
 }  // namespace halvard::gui

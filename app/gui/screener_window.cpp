@@ -40,11 +40,12 @@ QString Symbols(size_t n) {
 }
 
 // A number field's text: an empty one is no bound, a number is the bound, anything else is
-// not a number (nullopt).
-std::optional<std::optional<double>> Bound(const QString& text) {
-  if (platform::TrimSpaces(text.toStdString()).empty()) return std::optional<double>();
-  if (const std::optional<double> value = TypedDouble(text)) return value;
-  return std::nullopt;
+// refused.
+Typed<std::optional<double>> Bound(const QString& text, const QString& what) {
+  if (platform::TrimSpaces(text.toStdString()).empty()) return {std::optional<double>(), {}};
+  Typed<double> typed = TypedDouble(text, what);
+  if (typed.value) return {typed.value, {}};
+  return {std::nullopt, std::move(typed.refusal)};
 }
 
 QString Joined(const std::vector<std::string>& texts, const QString& between) {
@@ -234,8 +235,9 @@ void ScreenerWindow::BuildWindow() {
 bool ScreenerWindow::ReadNumber(const NumberField& field) {
   std::optional<double>& end = criteria_.*field.range.*field.end;
   const QString text = field.edit->text();
-  if (const auto bound = Bound(text)) {
-    end = *bound;
+  const Typed<std::optional<double>> bound = Bound(text, field.what);
+  if (bound.value) {
+    end = *bound.value;
     ShowQuery();
     return true;
   }
@@ -245,8 +247,7 @@ bool ScreenerWindow::ReadNumber(const NumberField& field) {
     field.edit->setText(end ? Q(platform::FormatGeneral(*end)) : QString());
   }
   ShowQuery();
-  main_.dialogs().message(this, QStringLiteral("Error"), NotANumberMessage(text, field.what),
-                          Dialogs::Icon::kCritical);
+  main_.dialogs().message(this, QStringLiteral("Error"), bound.refusal, Dialogs::Icon::kCritical);
   return false;
 }
 
@@ -261,7 +262,9 @@ void ScreenerWindow::ShowQuery() {
   // criteria as they stand.
   screener::ScreenCriteria shown = criteria_;
   for (const NumberField& field : numbers_) {
-    if (const auto bound = Bound(field.edit->text())) shown.*field.range.*field.end = *bound;
+    if (const auto bound = Bound(field.edit->text(), field.what).value) {
+      shown.*field.range.*field.end = *bound;
+    }
   }
   const std::string base = host_.isEmpty() ? std::string() : data::BaseUrl(host_.toStdString());
   query_->setText(Q(base + screener::ScreenQuery(shown, 1)));

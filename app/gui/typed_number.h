@@ -1,8 +1,7 @@
 #pragma once
-// Numbers typed at a prompt or into a dialog field. They are read the way the settings file
-// reads its values (a decimal point whatever the locale; a whole number rounds a fraction half
-// to even), and a text that is not such a number is refused with a message that says what was
-// typed and what stays, instead of stopping the program.
+// Numbers typed at a prompt or into a dialog field, read by the settings' own converters. A text
+// that is not such a number is refused with a message that says what was typed and what stays,
+// instead of stopping the program.
 
 #include <QString>
 #include <cstdint>
@@ -10,13 +9,16 @@
 
 namespace halvard::gui {
 
-std::optional<double> TypedDouble(const QString& text);
-// A whole number that fits 16 bits (-32768 to 32767).
-std::optional<int16_t> TypedShort(const QString& text);
+// The number, or without it the refusal to show:
+// "\"abc\" is not a number. Stop Loss Limit is unchanged." (`what` is "Stop Loss Limit").
+template <class T>
+struct Typed {
+  std::optional<T> value;
+  QString refusal;
+};
 
-// "\"abc\" is not a number. Stop Loss Limit is unchanged."
-QString NotANumberMessage(const QString& text, const QString& what);
-// The same for a whole number out of range or not whole.
-QString NotAWholeNumberMessage(const QString& text, const QString& what);
+// A whole number that fits 16 bits (-32768 to 32767); a fraction rounds half to even.
+Typed<int16_t> TypedShort(const QString& text, const QString& what);
+Typed<double> TypedDouble(const QString& text, const QString& what);
 
 }  // namespace halvard::gui

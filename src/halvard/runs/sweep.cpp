@@ -6,6 +6,7 @@
 #include "halvard/error.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/settings/value_from_text.h"
 
 namespace halvard::runs {
 namespace {
@@ -19,7 +20,7 @@ std::vector<double> Parts(std::string_view answer, const char* what) {
   while (parts.size() < 3) {
     const size_t comma = answer.find(',', start);
     const std::string_view part = answer.substr(start, comma - start);
-    const auto value = platform::ParseDouble(part);
+    const auto value = settings::DoubleFromText(part, settings::NonFinite::kAccepted).value;
     if (!value || !std::isfinite(*value)) {
       throw UsageError(std::string(what) + " " + platform::QuoteForMessage(answer) +
                        ": expected start,stop,step, and " + platform::QuoteForMessage(part) +
@@ -56,12 +57,12 @@ std::vector<T> Levels(T start, T stop, T step) {
 }
 
 int RoundToInt16(double value, const char* what) {
-  const double rounded = std::nearbyint(value);
-  if (!(rounded >= -32768 && rounded <= 32767)) {
-    throw UsageError(std::string(what) + ": " + platform::FormatGeneral(value) +
-                     " is not a whole number from -32768 to 32767");
+  const settings::Converted<int> whole = settings::WholeFromNumber(value);
+  if (!whole.value) {
+    throw UsageError(std::string(what) + ": " + platform::FormatGeneral(value) + " is not " +
+                     whole.expected);
   }
-  return static_cast<int>(rounded);
+  return *whole.value;
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "halvard/platform/money_text.h"
 #include "halvard/platform/number_text.h"
 #include "halvard/runs/history_span.h"
+#include "halvard/settings/value_from_text.h"
 
 namespace halvard::runs {
 namespace {
@@ -110,9 +111,8 @@ struct WalkForwardReport::Folds {
 };
 
 void WalkForwardReport::WalkForward(const RunSwitches& switches, int folds) {
-  if (folds < 1 || folds > kMaxFolds) {
-    throw UsageError("walk-forward folds: " + std::to_string(folds) +
-                     " is not a whole number from 1 to " + std::to_string(kMaxFolds));
+  if (const auto whole = settings::WholeFromNumber(folds, {1, kMaxFolds}); !whole.value) {
+    throw UsageError("walk-forward folds: " + std::to_string(folds) + " is not " + whole.expected);
   }
   Folds tallies(Combinations(levels), folds);
   WalkForwardHeader(folds);

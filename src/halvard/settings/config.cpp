@@ -1,6 +1,5 @@
 #include "halvard/settings/config.h"
 
-#include <cmath>
 #include <optional>
 
 #include "halvard/platform/app_paths.h"
@@ -8,14 +7,14 @@
 #include "halvard/platform/files.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/settings/value_from_text.h"
 
 namespace halvard::settings {
 namespace {
 
 using platform::EqualsIgnoreCase;
 
-// Conversions between a property and its stored text. Each ParseInto returns false when the text
-// does not convert; the message names the expected kind of text.
+// A property as its stored text.
 std::string ToText(const std::string& v) {
   return v;
 }
@@ -32,63 +31,21 @@ std::string ToText(DateValue v) {
   return platform::FormatDateTime(v.serial);
 }
 
-const char* Expected(const std::string&) {
-  return "a text";
+// The text of a property read back with its setting type's converter.
+Converted<std::string> ConvertSetting(std::string_view text, const std::string&) {
+  return {std::string(text), {}};
 }
-const char* Expected(bool) {
-  return "True, False or a number";
+Converted<bool> ConvertSetting(std::string_view text, bool) {
+  return BooleanFromText(text);
 }
-const char* Expected(int16_t) {
-  return "a whole number from -32768 to 32767";
+Converted<int16_t> ConvertSetting(std::string_view text, int16_t) {
+  return ShortFromText(text);
 }
-const char* Expected(double) {
-  return "a finite number";
+Converted<double> ConvertSetting(std::string_view text, double) {
+  return DoubleFromText(text, NonFinite::kRefused);
 }
-const char* Expected(DateValue) {
-  return "a date or a time of day";
-}
-
-bool ParseInto(std::string_view text, std::string& out) {
-  out = std::string(text);
-  return true;
-}
-
-bool ParseInto(std::string_view text, bool& out) {
-  const std::string_view t = platform::TrimSpaces(text);
-  if (EqualsIgnoreCase(t, "True")) {
-    out = true;
-  } else if (EqualsIgnoreCase(t, "False")) {
-    out = false;
-  } else if (const auto number = platform::ParseDouble(t)) {
-    out = *number != 0;  // so the historical default "10" reads as true
-  } else {
-    return false;
-  }
-  return true;
-}
-
-bool ParseInto(std::string_view text, int16_t& out) {
-  const auto number = platform::ParseDouble(text);
-  if (!number) return false;
-  const double rounded = std::nearbyint(*number);  // half to even
-  if (!(rounded >= -32768 && rounded <= 32767)) return false;
-  out = static_cast<int16_t>(rounded);
-  return true;
-}
-
-bool ParseInto(std::string_view text, double& out) {
-  // "inf" and "nan" would reach the sweeps and the engine's comparisons as if they were numbers.
-  const auto number = platform::ParseDouble(text);
-  if (!number || !std::isfinite(*number)) return false;
-  out = *number;
-  return true;
-}
-
-bool ParseInto(std::string_view text, DateValue& out) {
-  const auto serial = platform::ParseDateTime(text);
-  if (!serial) return false;
-  out.serial = *serial;
-  return true;
+Converted<DateValue> ConvertSetting(std::string_view text, DateValue) {
+  return DateFromText(text);
 }
 
 // Calls visit(section, name, defaultText, field) for every setting, in the table's order.
@@ -133,18 +90,17 @@ std::string Describe(std::string_view section, std::string_view name, std::strin
 template <class Field>
 bool ReadsBack(const Field& value) {
   const std::string text = ToText(value);
-  Field back{};
-  return StoredTextReadsBack(text) && ParseInto(text, back) && back == value;
+  return StoredTextReadsBack(text) && ConvertSetting(text, value).value == value;
 }
 
 template <class Field>
 void Convert(std::string_view section, std::string_view name, std::string_view text, Field& field,
              const std::string& where) {
-  Field value{};
-  if (!ParseInto(text, value)) {
-    throw Error(where + "setting " + Describe(section, name, text) + " is not " + Expected(value));
+  Converted<Field> value = ConvertSetting(text, field);
+  if (!value.value) {
+    throw Error(where + "setting " + Describe(section, name, text) + " is not " + value.expected);
   }
-  field = value;
+  field = std::move(*value.value);
 }
 
 UsageError UnknownSetting(std::string_view section, std::string_view name) {

@@ -1,0 +1,51 @@
+#pragma once
+// The one reading of each kind of setting from text, whoever typed it: the settings file,
+// --set and "config set", the Options dialog, the key prompts and the sweep levels. Numbers take
+// a decimal point whatever the locale; a whole number rounds a fraction half to even. A text
+// that does not convert gives no value and names what was expected, for the caller's message.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "halvard/settings/config.h"
+
+namespace halvard::settings {
+
+template <class T>
+struct Converted {
+  std::optional<T> value;
+  // Without a value: what the text should have been, as every message names it
+  // ("a whole number from -32768 to 32767").
+  std::string expected;
+};
+
+// The whole numbers a caller takes: a 16-bit setting unless it says otherwise.
+struct WholeRange {
+  int least = -32768;
+  int most = 32767;
+};
+
+// Whether "inf" and "nan" count as numbers. The settings file refuses them: they would come back
+// to the sweeps and the engine's comparisons as if they were numbers. The prompts and the
+// Options dialog have always taken them as typed.
+enum class NonFinite { kRefused, kAccepted };
+
+Converted<int16_t> ShortFromText(std::string_view text);
+// A number already read, as a whole number of the range (rounded half to even).
+Converted<int> WholeFromNumber(double value, WholeRange range = {});
+Converted<double> DoubleFromText(std::string_view text, NonFinite nonFinite);
+// "True" or "False" in any case, or a number: any but 0 is true (so "10" reads as true).
+Converted<bool> BooleanFromText(std::string_view text);
+Converted<DateValue> DateFromText(std::string_view text);
+
+// A fraction typed as it is or as a percentage: 0 < x < 1 is already the fraction, x > 1 is a
+// percentage (50 gives 0.5); 0, below and exactly 1 give nothing, and the setting stays.
+std::optional<double> FractionOrPercentage(double typed);
+
+// "\"abc\" is not a number. Stop Loss Limit is unchanged."
+std::string UnchangedMessage(std::string_view typed, std::string_view expected,
+                             std::string_view what);
+
+}  // namespace halvard::settings
