@@ -86,6 +86,54 @@ class OptionsDialogTest : public QObject {
     QCOMPARE(d->tabs()->currentIndex(), 2);  // the page of the bad field
   }
 
+  // Each number field stores what --set would store for the same text, so a field tied to the
+  // wrong setting, or read another way, shows here.
+  void everyNumberFieldReadsItsSettingAsTheSettingsFileDoes() {
+    const struct {
+      const char* field;
+      const char* setting;  // section/name
+    } fields[] = {
+        {"rsLimit", "Batch/RS Days"},
+        {"uvLimit", "Batch/Unusual Volume Percentage"},
+        {"slLimit", "Batch/Stop Loss Limit"},
+        {"f2weekPeriod", "Scans/52 Week Period"},
+        {"XWeekPeriod", "Scans/X Week Period"},
+        {"XQuantity", "Scans/X Week Quantity"},
+        {"BoxScanPeriod", "Scans/Box scan Period"},
+        {"EPSRankScanPercent", "Scans/Rank Scan Percentage"},
+        {"RSRankScanPercent", "Scans/RS Rank Scan Percentage"},
+    };
+    for (const auto& f : fields) {
+      init();
+      const std::string setting = f.setting;
+      const std::string section = setting.substr(0, setting.find('/'));
+      const std::string name = setting.substr(setting.find('/') + 1);
+      settings::Config expected = config_;
+      settings::SetSettingFromText(expected, section, name, " 42.5 ");
+      auto d = Open();
+      Control<QLineEdit>(*d, f.field)->setText(QStringLiteral(" 42.5 "));
+      Control<QPushButton>(*d, "cmdOK")->click();
+      QVERIFY2(SettingLines(config_) == SettingLines(expected), f.field);
+      QVERIFY2(settings::GetSettingText(config_, section, name).text.starts_with("42"), f.field);
+    }
+  }
+
+  // The first field that is no number, in the order OK reads them, names itself; the RS days are
+  // read before the stop loss that stands above them on the page.
+  void theFirstRefusedFieldInReadingOrderIsNamed() {
+    auto d = Open();
+    d->show();
+    Control<QLineEdit>(*d, "slLimit")->setText("1/8");
+    Control<QLineEdit>(*d, "rsLimit")->setText("40000");
+    Control<QPushButton>(*d, "cmdOK")->click();
+    QCOMPARE(dialogs_.messages.size(), size_t{1});
+    QCOMPARE(
+        dialogs_.messages[0].text,
+        QStringLiteral(
+            "\"40000\" is not a whole number from -32768 to 32767. RS Days Limit is unchanged."));
+    QCOMPARE(saves_, 0);
+  }
+
   void theGraphCheckBoxActsAtOnceAndCancelKeepsIt() {
     auto d = Open();
     Control<QCheckBox>(*d, "enableGraphShowing")->click();
