@@ -86,6 +86,20 @@ class OptionsDialogTest : public QObject {
     QCOMPARE(d->tabs()->currentIndex(), 2);  // the page of the bad field
   }
 
+  // A number that is not finite would be written and then refused when the settings file is
+  // read back, so the dialog refuses it as the file does.
+  void aNumberThatIsNotFiniteStopsOk() {
+    const auto before = SettingLines(config_);
+    auto d = Open();
+    Control<QLineEdit>(*d, "slLimit")->setText(QStringLiteral("nan"));
+    Control<QPushButton>(*d, "cmdOK")->click();
+    QCOMPARE(saves_, 0);
+    QVERIFY(SettingLines(config_) == before);
+    QCOMPARE(dialogs_.messages.size(), size_t{1});
+    QVERIFY(
+        dialogs_.messages[0].text.startsWith(QStringLiteral("\"nan\" is not a finite number.")));
+  }
+
   // Each number field stores what --set would store for the same text, so a field tied to the
   // wrong setting, or read another way, shows here.
   void everyNumberFieldReadsItsSettingAsTheSettingsFileDoes() {

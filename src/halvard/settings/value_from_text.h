@@ -28,8 +28,8 @@ struct WholeRange {
 };
 
 // Whether "inf" and "nan" count as numbers. The settings file refuses them: they would come back
-// to the sweeps and the engine's comparisons as if they were numbers. The prompts and the
-// Options dialog have always taken them as typed.
+// to the sweeps and the engine's comparisons as if they were numbers. Callers that accept them
+// here refuse them with a message of their own (the sweep levels, the desktop's fields).
 enum class NonFinite { kRefused, kAccepted };
 
 Converted<int16_t> ShortFromText(std::string_view text);
