@@ -92,6 +92,7 @@ std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMo
     }
   }
   for (const std::string& s : options.sets) ApplySet(session->config, s);
+  if (options.jobs > 0) ApplySet(session->config, "Batch/Jobs=" + std::to_string(options.jobs));
   return session;
 }
 
@@ -118,6 +119,14 @@ void AddSymbolAndView(Command& command, std::string& symbol, int& view) {
            "1 five days, 2 one month, 3 three months, 4 six months, 5 one year (default: "
            "the View/Current setting)")
       .InRange(1, 5);
+}
+
+void AddJobsOption(Command& command, const GlobalOptions& options) {
+  command
+      .Add("--jobs", options.jobs,
+           "Threads that load and test the stocks (default: the Batch/Jobs setting, 0 for every "
+           "core); the output is the same whatever the number")
+      .InRange(1, 1024);
 }
 
 void ShowSymbolOrFail(runs::Session& session, const std::string& symbol) {

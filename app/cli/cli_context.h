@@ -17,6 +17,9 @@ struct GlobalOptions {
   std::string stockDir;
   std::string listDir;
   std::vector<std::string> sets;  // "Section/Value Name=text"
+  // --jobs N of a command over a list, 0 when not given. Filled in while the command line is
+  // parsed, as the options of the commands are (the commands hold this struct as const).
+  mutable int jobs = 0;
 };
 
 enum class StartMode {
@@ -27,7 +30,8 @@ enum class StartMode {
                   // so a broken ^IXIC.txt can be downloaded again to mend it
 };
 
-// Reads the settings, applies --stock-dir/--list-dir, starts up (kFull), then applies --set.
+// Reads the settings, applies --stock-dir/--list-dir, starts up (kFull), then applies --set and
+// --jobs (as "Batch/Jobs=N", for this run only).
 // Notices and warnings go to stderr.
 std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMode mode);
 

@@ -31,6 +31,9 @@ struct Failed {};
 // The SYMBOL argument and the --view option (1 to 5; 0 when not given) of the symbol commands.
 void AddSymbolAndView(Command& command, std::string& symbol, int& view);
 
+// The --jobs N option of a command that runs over a list.
+void AddJobsOption(Command& command, const GlobalOptions& options);
+
 // Runs a run over a list, then prints what it found. A price file the run cannot load ends it
 // with a halvard::Error naming the file, the line and the problem; what was found before is
 // printed first, as after a Ctrl-C, and the error goes on to end the program.

@@ -62,6 +62,7 @@ void AddScanCommand(Command& program, const GlobalOptions& options) {
                        "own name (" +
                            names + ")")
                   .ValueOptional();
+  AddJobsOption(command, options);
   command.OnRun([&options, args, save] { Run(options, *args, save.Given()); });
 }
 

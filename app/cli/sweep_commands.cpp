@@ -69,6 +69,7 @@ void AddLiveCommand(Command& program, const GlobalOptions& options) {
       "live", "What to do on the next trading day for every symbol of a watch list");
   AddSweepOptions(command, *args, "Save the symbols to buy as a watch list");
   command.Flag("--json", args->json, "Print the report as one JSON document");
+  AddJobsOption(command, options);
   command.OnRun([&options, args] {
     RunSweep<runs::LiveReport>(
         options, *args, [&](runs::LiveReport& r) { r.Run(args->sweep.switches); },
@@ -84,6 +85,7 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
   auto command =
       program.Subcommand("batch", "Backtest every symbol of a watch list, swept over levels");
   AddSweepOptions(command, *args, "Save the symbols that traded as a watch list");
+  AddJobsOption(command, options);
   command.Flag("--separate", args->separate,
                "Sweep the stop loss, then separately the RS days, instead of every "
                "combination");

@@ -30,18 +30,18 @@ TEST(Config, WriteConfigStoresEverySettingInTableOrderAndReadsItBack) {
   c.EPSRankScanPercentage = 15;
   const MRegistry store(dir / "s.ini");
   c.WriteConfig(store);
-  EXPECT_EQ(
-      ReadText(dir / "s.ini"),
-      "[Paths]\r\nStock File Path=/home/me/prices\r\nInc File Path=\r\n"
-      "Report File Path=/home/me/reports\r\n\r\n"
-      "[Download]\r\nTime=5:30:00 PM\r\nDate=3/5/2024\r\nEnabled=True\r\n"
-      "Lists=sample.inc,tech.inc\r\n\r\n"
-      "[View]\r\nShowRS=False\r\nCurrent=4\r\nHeight=-3\r\nWidth=12255\r\n\r\n"
-      "[Batch]\r\nRS Days=10\r\nRS Check=True\r\nUse Unusual Volume=True\r\nBuyMode=2\r\n"
-      "Unusual Volume Percentage=0.123456789012345\r\nStop Loss Limit=0.30000000000000004\r\n\r\n"
-      "[Scans]\r\n52 Week Period=12\r\nX Week Period=12\r\nX Week Quantity=4\r\n"
-      "Box scan Period=12\r\nEnable Graph Update=False\r\nRank Scan Percentage=15\r\n"
-      "RS Rank Scan Percentage=20\r\n");
+  EXPECT_EQ(ReadText(dir / "s.ini"),
+            "[Paths]\r\nStock File Path=/home/me/prices\r\nInc File Path=\r\n"
+            "Report File Path=/home/me/reports\r\n\r\n"
+            "[Download]\r\nTime=5:30:00 PM\r\nDate=3/5/2024\r\nEnabled=True\r\n"
+            "Lists=sample.inc,tech.inc\r\n\r\n"
+            "[View]\r\nShowRS=False\r\nCurrent=4\r\nHeight=-3\r\nWidth=12255\r\n\r\n"
+            "[Batch]\r\nRS Days=10\r\nRS Check=True\r\nUse Unusual Volume=True\r\nBuyMode=2\r\n"
+            "Unusual Volume Percentage=0.123456789012345\r\nStop Loss Limit=0.30000000000000004\r\n"
+            "Jobs=0\r\n\r\n"
+            "[Scans]\r\n52 Week Period=12\r\nX Week Period=12\r\nX Week Quantity=4\r\n"
+            "Box scan Period=12\r\nEnable Graph Update=False\r\nRank Scan Percentage=15\r\n"
+            "RS Rank Scan Percentage=20\r\n");
   // What is written reads back as it was; the empty Inc File Path is a value, not a missing one.
   Config back;
   back.ReadConfig(store);

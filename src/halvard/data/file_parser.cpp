@@ -92,10 +92,11 @@ std::string GetSymbol(std::string_view path) {
   return std::string(path);
 }
 
-bool LoadStockFile(PriceSeries& s, const std::string& path) {
+bool LoadStockFile(PriceSeries& s, const std::string& path, const platform::FolderNames* names) {
   s.stockFilePath = path;
   s.stockSymbol = GetSymbol(path);
-  const std::optional<std::string> text = platform::ReadFileIfExists(path);
+  const std::optional<std::string> text =
+      names ? names->ReadFileIfExists(path) : platform::ReadFileIfExists(path);
   if (!text) {
     s.barCount = 0;
     return false;

@@ -11,6 +11,7 @@
 #include "halvard/data/price_series.h"
 #include "halvard/error.h"
 #include "halvard/platform/files.h"
+#include "halvard/platform/folder_names.h"
 
 namespace halvard::settings {
 class Config;
@@ -40,8 +41,10 @@ std::string GetSymbol(std::string_view path);
 // Loads one symbol's file into the series. Returns false, with barCount 0 and every other field
 // untouched, when the file does not exist. A file that does not parse is a halvard::Error
 // naming the file, the line and the problem; so are a file with no day line and one with more
-// than 1001 day lines.
-bool LoadStockFile(PriceSeries& series, const std::string& path);
+// than 1001 day lines. A run over many files of one folder passes its listing (names), so a
+// missing file does not list the folder again for its case-blind match.
+bool LoadStockFile(PriceSeries& series, const std::string& path,
+                   const platform::FolderNames* names = nullptr);
 
 // The same parse of a price file's text held in memory, as if read from path: what a download
 // checks before its answer may replace a file.

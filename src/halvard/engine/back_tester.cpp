@@ -1,5 +1,7 @@
 #include "halvard/engine/back_tester.h"
 
+#include <algorithm>
+
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/money_text.h"
 #include "halvard/platform/number_text.h"
@@ -84,7 +86,7 @@ void BackTester::TryBoxes(bool signalMode, bool rsEnabled) {
 
 int BackTester::FindUnusualVolume(int fromDay) {
   if (config_.unusualVolumePercentage == 0) config_.unusualVolumePercentage = 0.25;
-  if (fromDay > 138) fromDay = 138;  // only the newest six months
+  if (fromDay > kUnusualVolumeDays) fromDay = kUnusualVolumeDays;
   double total = v_.averageVolume * 23 * 6;
   double count = 138;
   const auto& volume = v_.barVolume;
@@ -132,6 +134,10 @@ void BackTester::WriteResultRow(int code) {
   results_->Append(v_.stockSymbol + "\t" + (code == 2 ? "Corvane\t\t" : "Pyramiding Boxes\t") +
                    std::to_string(tradeCount) + "\t" + platform::FormatMoney(totalProfit) +
                    "$\t\t" + status + "\t\r\n");
+  AddToTotals();
+}
+
+void BackTester::AddToTotals() {
   if (totalProfit > 0) {
     winTotal += totalProfit;
     ++winCount;
@@ -140,6 +146,29 @@ void BackTester::WriteResultRow(int code) {
     ++lossCount;
   }
   allTrades += tradeCount;
+}
+
+BackTester::RunState BackTester::runState() const {
+  return {totalProfit, amountInvested, amountReturned, buyArmedDate, lastStopBuy, lastStopLoss,
+          sharesHeld,  tradeCount,     exitCount,      buyArmed,     stopLossHit};
+}
+
+void BackTester::SetRunState(const RunState& r) {
+  totalProfit = r.totalProfit;
+  amountInvested = r.amountInvested;
+  amountReturned = r.amountReturned;
+  buyArmedDate = r.buyArmedDate;
+  lastStopBuy = r.lastStopBuy;
+  lastStopLoss = r.lastStopLoss;
+  sharesHeld = r.sharesHeld;
+  tradeCount = r.tradeCount;
+  exitCount = r.exitCount;
+  buyArmed = r.buyArmed;
+  stopLossHit = r.stopLossHit;
+}
+
+int BackTester::DaysRead(const StockView& view) {
+  return std::max(view.viewDays, kUnusualVolumeDays);
 }
 
 void BackTester::ResetTotals() {

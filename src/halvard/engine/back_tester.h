@@ -45,9 +45,14 @@ class BackTester {
   bool TryCorvanes(bool signalMode, bool rsEnabled);
   void TryBoxes(bool signalMode, bool rsEnabled);
 
-  // The newest day before fromDay (searching back at most 138 days) on which volume was
-  // unusual for three days running while the price rose; 0 when there is none.
+  // The newest day before fromDay (searching back at most kUnusualVolumeDays days) on which
+  // volume was unusual for three days running while the price rose; 0 when there is none.
   int FindUnusualVolume(int fromDay);
+  static constexpr int kUnusualVolumeDays = 138;  // the newest six months
+
+  // The newest days the finders and a backtest of the view read: the view and the unusual-volume
+  // search's six months. (A backtest of a shorter history reads bars past barCount.)
+  static int DaysRead(const StockView& view);
 
   // Whether the RS line rose over the rsDayCurr days ending on day (true when disabled or when
   // there is no index).
@@ -59,6 +64,19 @@ class BackTester {
 
   void AppendLog(std::string_view text);
   void WriteResultRow(int code);
+  // The last backtest's profit and trades added to the totals, as its result row does.
+  void AddToTotals();
+
+  // The run state below, as a value: a list run's threads each backtest on an engine of their
+  // own and hand what it left to the session's engine.
+  struct RunState {
+    double totalProfit, amountInvested, amountReturned, buyArmedDate, lastStopBuy, lastStopLoss;
+    int64_t sharesHeld;
+    int tradeCount, exitCount;
+    bool buyArmed, stopLossHit;
+  };
+  RunState runState() const;
+  void SetRunState(const RunState& state);
 
   // Run state, reset by every Backtest.
   double totalProfit = 0;

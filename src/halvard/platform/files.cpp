@@ -156,11 +156,16 @@ std::string ReadWholeFile(const fs::path& path) {
   return ReadOpenFile(path, fd);
 }
 
-std::optional<std::string> ReadFileIfExists(const fs::path& path) {
+std::optional<std::string> ReadFileIfPresent(const fs::path& path) {
   // Opening first costs one system call for the usual case of a file that is there.
   Descriptor fd(OpenForReading(path));
   if (fd.get() >= 0) return ReadOpenFile(path, fd);
   if (errno != ENOENT) throw Error(Describe(path, "cannot open", errno));
+  return std::nullopt;
+}
+
+std::optional<std::string> ReadFileIfExists(const fs::path& path) {
+  if (auto text = ReadFileIfPresent(path)) return text;
   const auto resolved = ResolvePath(path);
   if (!resolved) return std::nullopt;
   return ReadWholeFile(*resolved);

@@ -27,6 +27,10 @@ std::string ReadWholeFile(const std::filesystem::path& path);
 // The same, through the case-blind fallback of ResolvePath; nothing when no such file exists.
 std::optional<std::string> ReadFileIfExists(const std::filesystem::path& path);
 
+// The same under the path's own spelling only: nothing when there is no such name, without
+// looking for another case (platform::FolderNames does that for a whole run).
+std::optional<std::string> ReadFileIfPresent(const std::filesystem::path& path);
+
 // Writes the content to a temporary file in the same folder (".NAME.XXXXXX") and renames it
 // over the target, so a failed write never leaves a truncated file where a good one stood; the
 // temporary file is removed on every failure. Temporary files of this form that an interrupted

@@ -34,10 +34,11 @@ void BatchReport::BatchCore(const RunSwitches& switches) {
   engine::BackTester& tester = s_.tester();
   tester.ResetTotals();
   const ResultsRedirect rows(tester, report_);  // the engine writes each stock's table row
-  if (!ForEachStock([&] {
-        tester.Backtest(switches.ForListRun(false));
-        if (tester.tradeCount > 0) tradedList_ += v.stockSymbol + "\r\n";
-      })) {
+  if (!ForEachStock(
+          [&] {
+            if (tester.tradeCount > 0) tradedList_ += v.stockSymbol + "\r\n";
+          },
+          {}, switches.ForListRun(false))) {
     return;
   }
   const settings::Config& c = s_.config;

@@ -2,6 +2,7 @@
 
 #include "halvard/platform/number_text.h"
 #include "halvard/runs/report_text.h"
+#include "halvard/runs/stock_walk.h"
 
 namespace halvard::runs {
 
@@ -25,21 +26,25 @@ std::string ListReport::RsRange() const {
 }
 
 bool ListReport::ForEachStock(const std::function<void()>& tested,
-                              const std::function<void()>& notLoaded) {
-  engine::StockView& v = s_.view();
+                              const std::function<void()>& notLoaded,
+                              const std::optional<engine::BacktestOptions>& backtest) {
+  const engine::StockView& v = s_.view();
   const int n = static_cast<int>(s_.symbols.size());
-  for (int i = 0; i < n; ++i) {
-    if (progress_.Cancelled()) return false;
-    progress_.Step(i, n, std::to_string(i + 1) + "/" + std::to_string(n));
-    if (!prices_.Load(v, s_.StockPath(s_.symbols[i]))) {
-      Line(v.stockSymbol + "\tError opening stock file ");
-      if (notLoaded) notLoaded();
-      continue;
-    }
-    engine::ComputeBoxes(v, s_.config.enableGraphUpdate);
-    tested();
-  }
-  return true;
+  return WalkStocks(s_, {.before =
+                             [&](int i) {
+                               if (progress_.Cancelled()) return false;
+                               progress_.Step(i, n,
+                                              std::to_string(i + 1) + "/" + std::to_string(n));
+                               return true;
+                             },
+                         .missing =
+                             [&] {
+                               Line(v.stockSymbol + "\tError opening stock file ");
+                               if (notLoaded) notLoaded();
+                             },
+                         .loaded = tested,
+                         .backtest = backtest,
+                         .cache = &prices_});
 }
 
 }  // namespace halvard::runs

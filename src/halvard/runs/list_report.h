@@ -4,6 +4,7 @@
 // list that loads each stock, reports a missing file and computes the boxes.
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,12 +31,15 @@ class ListReport {
   std::string StopLossRange() const;
   std::string RsRange() const;
 
-  // Calls tested() for every stock of the list that loads, with its boxes computed; a missing
-  // price file gets the row "SYMBOL\tError opening stock file " (and a call of notLoaded, when
-  // given). Each stock is progress step i (from 0) with the text "i+1/n", the count the windows
-  // show. Returns false when the run was cancelled before the end of the list.
+  // Calls tested() for every stock of the list that loads, with its boxes computed and (when
+  // given) the backtest run by the session's engine; a missing price file gets the row
+  // "SYMBOL\tError opening stock file " (and a call of notLoaded, when given). Each stock is
+  // progress step i (from 0) with the text "i+1/n", the count the windows show. Several threads
+  // load and backtest (see WalkStocks). Returns false when the run was cancelled before the end
+  // of the list.
   bool ForEachStock(const std::function<void()>& tested,
-                    const std::function<void()>& notLoaded = {});
+                    const std::function<void()>& notLoaded = {},
+                    const std::optional<engine::BacktestOptions>& backtest = std::nullopt);
 
   Session& s_;
   platform::Progress& progress_;

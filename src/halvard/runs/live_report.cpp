@@ -51,7 +51,6 @@ void LiveReport::RunLive(const RunSwitches& switches) {
   engine::BackTester& tester = s_.tester();
   ForEachStock(
       [&] {
-        tester.Backtest(switches.ForListRun(true));
         LiveRow row{.symbol = v.stockSymbol, .newestDate = v.newestDate};
         if (tester.buyArmed) {
           row.action = LiveRow::Action::kBuy;
@@ -66,9 +65,8 @@ void LiveReport::RunLive(const RunSwitches& switches) {
         }
         pass.rows.push_back(std::move(row));
       },
-      [&] {
-        pass.rows.push_back({.symbol = v.stockSymbol, .action = LiveRow::Action::kNoPrices});
-      });
+      [&] { pass.rows.push_back({.symbol = v.stockSymbol, .action = LiveRow::Action::kNoPrices}); },
+      switches.ForListRun(true));
 }
 
 }  // namespace halvard::runs

@@ -1,36 +1,45 @@
 #include "halvard/runs/scans.h"
 
 #include <cstdint>
+#include <optional>
 
 #include "halvard/data/file_parser.h"
 #include "halvard/data/watch_list.h"
+#include "halvard/runs/stock_walk.h"
 
 namespace halvard::runs {
 namespace {
 
-// The frame every scan shares; test decides on the loaded stock.
+// The frame every scan shares; test decides on the loaded stock, after the backtest when one is
+// asked for.
 template <class Test>
-void Scan(Session& s, platform::Progress& progress, Test&& test) {
+void Scan(Session& s, platform::Progress& progress, Test&& test,
+          std::optional<engine::BacktestOptions> backtest = std::nullopt) {
   s.resultText.clear();
   const int n = static_cast<int>(s.symbols.size());
-  engine::StockView& v = s.view();
-  for (int i = 0; i < n; ++i) {
-    if (progress.Cancelled()) return;
-    progress.Step(i, n, ShowProgress(i, n - 1));
-    if (!data::LoadStockFile(v, s.StockPath(s.symbols[i]))) continue;
-    engine::ComputeBoxes(v, s.config.enableGraphUpdate);
-    if (test(v)) s.resultText += v.stockSymbol + "\r\n";
-  }
+  const engine::StockView& v = s.view();
+  WalkStocks(s, {.before =
+                     [&](int i) {
+                       if (progress.Cancelled()) return false;
+                       progress.Step(i, n, ShowProgress(i, n - 1));
+                       return true;
+                     },
+                 .missing = [] {},
+                 .loaded =
+                     [&] {
+                       if (test(v)) s.resultText += v.stockSymbol + "\r\n";
+                     },
+                 .backtest = backtest});
 }
 
 // The engine in signal mode on the loaded stock, as the buy and stop-loss scans ask it: corvanes,
 // then the boxes only when unusual volume is searched for, with the RS check as set.
-void SignalBacktest(Session& s) {
-  s.tester().Backtest({.partOfListRun = true,
-                       .signalMode = true,
-                       .tryCorvanes = true,
-                       .tryBoxes = s.config.useUnusualVolume,
-                       .rsEnabled = s.config.rsCheckEnabled});
+engine::BacktestOptions SignalBacktest(const Session& s) {
+  return {.partOfListRun = true,
+          .signalMode = true,
+          .tryCorvanes = true,
+          .tryBoxes = s.config.useUnusualVolume,
+          .rsEnabled = s.config.rsCheckEnabled};
 }
 
 }  // namespace
@@ -90,17 +99,15 @@ void UnusualVolumeScan(Session& s, platform::Progress& progress, int maxAge) {
 }
 
 void BuySignalScan(Session& s, platform::Progress& progress) {
-  Scan(s, progress, [&](const engine::StockView&) {
-    SignalBacktest(s);
-    return s.tester().buyArmed;
-  });
+  Scan(
+      s, progress, [&](const engine::StockView&) { return s.tester().buyArmed; },
+      SignalBacktest(s));
 }
 
 void BelowStopLossScan(Session& s, platform::Progress& progress) {
-  Scan(s, progress, [&](const engine::StockView&) {
-    SignalBacktest(s);
-    return s.tester().stopLossHit;
-  });
+  Scan(
+      s, progress, [&](const engine::StockView&) { return s.tester().stopLossHit; },
+      SignalBacktest(s));
 }
 
 void SaveResultList(const Session& s, const std::filesystem::path& file) {

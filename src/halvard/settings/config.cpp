@@ -68,6 +68,7 @@ void VisitSettings(C& c, Visitor&& visit) {
   visit("Batch", "BuyMode", "1", c.buyMode);
   visit("Batch", "Unusual Volume Percentage", "0.25", c.unusualVolumePercentage);
   visit("Batch", "Stop Loss Limit", "0.125", c.stopLossLimit);
+  visit("Batch", "Jobs", "0", c.jobs);
   visit("Scans", "52 Week Period", "12", c.period52week);
   visit("Scans", "X Week Period", "12", c.periodXweek);
   visit("Scans", "X Week Quantity", "4", c.periodXQuantity);

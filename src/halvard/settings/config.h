@@ -40,6 +40,7 @@ class Config {
   int16_t buyMode = 1;
   double unusualVolumePercentage = 0.25;
   double stopLossLimit = 0.125;
+  int16_t jobs = 0;  // threads of a run over a list; 0 (or less): every core of the machine
   // Scans
   int16_t period52week = 12;
   int16_t periodXweek = 12;
