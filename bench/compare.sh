@@ -49,13 +49,11 @@ if "$HALVARD" scan --help 2>/dev/null | grep -q -- '--jobs'; then parallel=1; el
 
 # Reading every price file of the list once, by cat: the floor any run over the list stands on.
 # Run twice; the first warms the page cache.
-read_files() {
-  (cd "$MARKET" && tr -d '\r' <market.inc | sed 's/$/.txt/' | xargs cat >/dev/null)
-}
-read_files
-measure sh -c "cd '$MARKET' && tr -d '\r' <market.inc | sed 's/\$/.txt/' | xargs cat >/dev/null"
+files="cd '$MARKET' && tr -d '\\r' <market.inc | awk 'NF { print \$0 \".txt\" }' | xargs cat >/dev/null"
+sh -c "$files"
+measure sh -c "$files"
 READ=$SECONDS_TAKEN
-printf '%-34s %8s s %8s MB\n' "read $SYMBOLS files once" "$READ" "$((PEAK_KB / 1024))"
+printf '%-36s %8s s %8s MB\n' "read $SYMBOLS files once" "$READ" "$((PEAK_KB / 1024))"
 echo "cores: $(nproc), all-core runs with --jobs $JOBS"
 
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { if (b > 0) printf "%.1f", a / b; else print "-" }'; }
@@ -69,7 +67,7 @@ line() {
   one=""
   for jobs in 1 "$JOBS"; do
     if [ "$jobs" != 1 ] && [ "$parallel" = 0 ]; then
-      printf '%-34s %s\n' "$name, $jobs jobs" "(this build has no --jobs)"
+      printf '%-36s %s\n' "$name, $jobs jobs" "(this build has no --jobs)"
       continue
     fi
     if [ "$parallel" = 1 ]; then
@@ -84,7 +82,7 @@ line() {
     else
       figure="$(rate "$backtests" "$SECONDS_TAKEN") backtests/s"
     fi
-    printf '%-34s %8s s %8s MB   %s' "$name, $jobs job(s)" "$SECONDS_TAKEN" "$((PEAK_KB / 1024))" "$figure"
+    printf '%-36s %8s s %8s MB   %s' "$name, $jobs job(s)" "$SECONDS_TAKEN" "$((PEAK_KB / 1024))" "$figure"
     if [ -z "$one" ]; then
       one=$SECONDS_TAKEN
       echo

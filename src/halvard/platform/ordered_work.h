@@ -28,7 +28,11 @@ inline int MachineCores() {
 // threads and goes on to the caller.
 template <class Result, class MakeWorker, class Compute, class Take>
 bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Take take) {
-  const int window = 16 * std::max(jobs, 1);
+  jobs = std::max(jobs, 1);
+  // Items go to the threads a few at a time, so that a list of small items does not spend its
+  // time handing them over.
+  const int chunk = std::clamp(count / (jobs * 16), 1, 8);
+  const int window = std::max(16, 4 * chunk) * jobs;
   struct Slot {
     bool ready = false;
     std::optional<Result> result;
@@ -40,6 +44,8 @@ bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Ta
   int next = 0;                         // the next item a thread takes up
   int taken = 0;                        // items handed to take so far
   bool stop = false;
+  bool takerWaits = false;
+  int workersWaiting = 0;
 
   const auto work = [&] {
     std::optional<decltype(makeWorker())> worker;
@@ -48,29 +54,46 @@ bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Ta
     } catch (...) {
       // Without a worker every result is missing: take does each item itself.
     }
+    std::vector<std::optional<Result>> results;
     for (;;) {
-      int i = 0;
+      int first = 0;
+      int end = 0;
       {
         std::unique_lock lock(mutex);
-        room.wait(lock, [&] { return stop || next >= count || next < taken + window; });
+        const auto claimable = [&] {
+          return stop || next >= count || std::min(next + chunk, count) <= taken + window;
+        };
+        if (!claimable()) {
+          ++workersWaiting;
+          room.wait(lock, claimable);
+          --workersWaiting;
+        }
         if (stop || next >= count) return;
-        i = next++;
+        first = next;
+        end = std::min(next + chunk, count);
+        next = end;
       }
-      std::optional<Result> result;
-      if (worker) {
+      results.clear();
+      for (int i = first; i < end; ++i) {
+        auto& result = results.emplace_back();
+        if (!worker) continue;
         try {
           result.emplace(compute(**worker, i));
         } catch (...) {
           result.reset();
         }
       }
+      bool wake = false;
       {
         const std::lock_guard lock(mutex);
-        Slot& slot = slots[static_cast<size_t>(i % window)];
-        slot.result = std::move(result);
-        slot.ready = true;
+        for (int i = first; i < end; ++i) {
+          Slot& slot = slots[static_cast<size_t>(i % window)];
+          slot.result = std::move(results[static_cast<size_t>(i - first)]);
+          slot.ready = true;
+        }
+        wake = takerWaits;
       }
-      readyOrStop.notify_all();
+      if (wake) readyOrStop.notify_one();
     }
   };
 
@@ -90,20 +113,26 @@ bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Ta
       threads.clear();
     }
   } stopper{mutex, stop, room, threads};
-  for (int t = 0; t < std::max(jobs, 1); ++t) threads.emplace_back(work);
+  for (int t = 0; t < jobs; ++t) threads.emplace_back(work);
 
   for (int i = 0; i < count; ++i) {
     std::optional<Result> result;
+    bool wake = false;
     {
       std::unique_lock lock(mutex);
       Slot& slot = slots[static_cast<size_t>(i % window)];
-      readyOrStop.wait(lock, [&] { return slot.ready; });
+      if (!slot.ready) {
+        takerWaits = true;
+        readyOrStop.wait(lock, [&] { return slot.ready; });
+        takerWaits = false;
+      }
       result = std::move(slot.result);
       slot.result.reset();
       slot.ready = false;
       taken = i + 1;
+      wake = workersWaiting > 0;
     }
-    room.notify_all();
+    if (wake) room.notify_all();
     if (!take(i, result ? &*result : nullptr)) return false;
   }
   return true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,28 +31,71 @@ struct Worker {
   engine::BackTester tester;
 };
 
+// The boxes and corvanes of a stock as ComputeBoxes found them: every entry a run, the engine or
+// the chart reads (those below the counts).
+struct FoundBoxes {
+  int boxCount = 0;
+  std::vector<int16_t> boxes;  // top, bottom, end and breakout mark of each box
+  std::vector<uint32_t> colors;
+  std::string lastBoxText;
+  int corvaneCount = 0;
+  std::vector<int16_t> corvanes;  // top, low and breakout day of each corvane
+
+  explicit FoundBoxes(const engine::StockView& v)
+      : boxCount(v.boxCount), corvaneCount(v.corvaneCount) {
+    boxes.reserve(static_cast<size_t>(boxCount) * 4);
+    for (int k = 0; k < boxCount; ++k) {
+      boxes.insert(boxes.end(),
+                   {v.boxTopDay[k], v.boxBottomDay[k], v.boxEndDay[k], v.boxBrokeUp[k]});
+    }
+    colors.assign(v.boxColor.begin(),
+                  v.boxColor.begin() + std::min(boxCount, engine::StockView::kMaxDrawnBoxes));
+    lastBoxText = v.lastBoxText;
+    for (int k = 0; k < corvaneCount; ++k) {
+      corvanes.insert(corvanes.end(),
+                      {v.corvaneTopDay[k], v.corvaneLowDay[k], v.corvaneBreakDay[k]});
+    }
+  }
+
+  // What ComputeBoxes(v, true) leaves, when its bars are those these boxes were found on: the
+  // entries past the counts are never read, and a drawing leaves none of those below unset.
+  void PutDrawn(engine::StockView& v) const {
+    v.boxCount = boxCount;
+    for (int k = 0; k < boxCount; ++k) {
+      const auto* box = &boxes[static_cast<size_t>(k) * 4];
+      v.boxTopDay[k] = box[0];
+      v.boxBottomDay[k] = box[1];
+      v.boxEndDay[k] = box[2];
+      v.boxBrokeUp[k] = box[3];
+    }
+    std::copy(colors.begin(), colors.end(), v.boxColor.begin());
+    if (boxCount > 0) v.lastBoxText = lastBoxText;
+    v.corvaneCount = corvaneCount;
+    for (int k = 0; k < corvaneCount; ++k) {
+      const auto* corvane = &corvanes[static_cast<size_t>(k) * 3];
+      v.corvaneTopDay[k] = corvane[0];
+      v.corvaneLowDay[k] = corvane[1];
+      v.corvaneBreakDay[k] = corvane[2];
+    }
+  }
+
+  bool SameBoxes(const FoundBoxes& other) const {
+    return boxCount == other.boxCount && boxes == other.boxes;
+  }
+};
+
 // What a thread made of one stock.
 struct Outcome {
   std::string path;
   bool found = false;
   data::SeriesCopy series;  // the loaded bars, and the bars the engine read past them
-  int boxCount = 0;
-  std::vector<int16_t> boxes;  // top, bottom, end and breakout mark of each box
+  std::optional<FoundBoxes> boxes;
   engine::BackTester::RunState state{};
   std::string log;
   std::string results;
   bool unusualVolumeFound = false;
   double unusualVolumePercentage = 0;
 };
-
-std::vector<int16_t> Boxes(const engine::StockView& v) {
-  std::vector<int16_t> boxes;
-  boxes.reserve(static_cast<size_t>(v.boxCount) * 4);
-  for (int k = 0; k < v.boxCount; ++k) {
-    boxes.insert(boxes.end(), {v.boxTopDay[k], v.boxBottomDay[k], v.boxEndDay[k], v.boxBrokeUp[k]});
-  }
-  return boxes;
-}
 
 bool Load(const StockWalk& walk, engine::StockView& v, const std::string& path,
           const platform::FolderNames& names) {
@@ -78,11 +122,10 @@ Outcome Compute(const Session& s, const StockWalk& walk, const platform::FolderN
   engine::StockView& v = *w.view;
   o.found = Load(walk, v, o.path, names);
   if (!o.found) return o;
-  o.series.Keep(v, walk.backtest ? engine::BackTester::DaysRead(v) : v.barCount);
-  if (!walk.backtest) return o;
+  o.series.Keep(v, engine::BackTester::DaysRead(v));
   engine::ComputeBoxes(v, w.config.enableGraphUpdate);
-  o.boxCount = v.boxCount;
-  o.boxes = Boxes(v);
+  o.boxes.emplace(v);
+  if (!walk.backtest) return o;
   w.config.unusualVolumePercentage = percentage;  // as the run started: the engine may set it
   w.tester.unusualVolumeFound = false;
   w.tester.Backtest(*walk.backtest);
@@ -107,15 +150,19 @@ void Take(Session& s, const StockWalk& walk, Outcome& o) {
     return;
   }
   o.series.Restore(o.path, v);
-  engine::ComputeBoxes(v, s.config.enableGraphUpdate);
-  if (!walk.backtest) {
-    walk.loaded();
-    return;
-  }
   engine::BackTester& tester = s.tester();
-  if (!o.series.SameBeyondLoaded(v) || o.boxCount != v.boxCount || o.boxes != Boxes(v)) {
-    // The thread's view held other leftovers than the session's, and the engine read them.
-    tester.Backtest(*walk.backtest);
+  // The finders and the engine read the bars past a short history: those the thread's view held
+  // are the session's, or the stock is done again here.
+  bool same = o.series.SameBeyondLoaded(v);
+  if (same && s.config.enableGraphUpdate) {
+    o.boxes->PutDrawn(v);
+  } else {
+    // Not drawn, the open box keeps the breakout mark an earlier stock left: compared too.
+    engine::ComputeBoxes(v, s.config.enableGraphUpdate);
+    same = same && o.boxes->SameBoxes(FoundBoxes(v));
+  }
+  if (!walk.backtest || !same) {
+    if (walk.backtest) tester.Backtest(*walk.backtest);
     walk.loaded();
     return;
   }
