@@ -185,3 +185,46 @@ TEST(FileParser, IndexFileClosesAndTheMissingIndex) {
 
 }  // namespace
 }  // namespace halvard::data
+
+namespace halvard::data {
+namespace {
+
+TEST(FileParser, DaysAcrossMonthEndsAndLinesOutOfTheUsualShapeReadAsTheirFieldsSay) {
+  // Newest first, across a leap day, two month ends and a year end; then lines whose fields are
+  // not the plain form (signs, blanks, a fractional volume, more digits than a double holds
+  // exactly, other date forms, more fields), between plain ones of the same month.
+  const std::vector<std::string> dates = {"2016-03-02", "2016-03-01", "2016-02-29", "2016-02-28",
+                                          "2016-01-31", "2016-01-01", "2015-12-31", "2015-12-28"};
+  std::vector<std::string> lines;
+  for (const std::string& d : dates) lines.push_back(d + ",10.5,11.25,9.125,10,1200");
+  lines.push_back("2015-12-27,+1.5, 2.25 ,1,1.50,49650800.0");
+  lines.push_back("12/26/2015,1.2345678901234567,2,1,2,0000000000000000100,x,y");
+  lines.push_back("25-Dec-15,1.,2,.5,1,7");
+  lines.push_back("2015-12-24,1,2,1,1,99");
+  const auto s = Load(PriceFile(lines));
+  ASSERT_EQ(s->barCount, 12);
+  for (size_t i = 0; i < dates.size(); ++i) {
+    EXPECT_EQ(s->barDate[i], platform::ParseDate(dates[i])) << dates[i];
+    EXPECT_EQ(s->barHigh[i], 11.25);
+    EXPECT_EQ(s->barVolume[i], 1200);
+  }
+  EXPECT_EQ(FormatShortDate(s->barDate[8]), "12/27/2015");
+  EXPECT_EQ(s->barOpen[8], 1.5);
+  EXPECT_EQ(s->barHigh[8], 2.25);
+  EXPECT_EQ(s->barVolume[8], 49650800);
+  EXPECT_EQ(FormatShortDate(s->barDate[9]), "12/26/2015");
+  EXPECT_EQ(s->barOpen[9], 1.2345678901234567);
+  EXPECT_EQ(s->barVolume[9], 100);
+  EXPECT_EQ(FormatShortDate(s->barDate[10]), "12/25/2015");
+  EXPECT_EQ(s->barOpen[10], 1.0);
+  EXPECT_EQ(s->barLow[10], 0.5);
+  EXPECT_EQ(FormatShortDate(s->barDate[11]), "12/24/2015");
+  // A day that does not exist is an error even right after a good day of its month.
+  EXPECT_EQ(LoadError(PriceFile({"2015-02-27,1,2,1,1,5", "2015-02-31,1,2,1,1,5"})),
+            " line 3: the date \"2015-02-31\" is not a date");
+  EXPECT_EQ(LoadError(PriceFile({"2015-02-27,1,2,1,1,5", "2015-02-00,1,2,1,1,5"})),
+            " line 3: the date \"2015-02-00\" is not a date");
+}
+
+}  // namespace
+}  // namespace halvard::data
