@@ -1,8 +1,9 @@
 #!/bin/sh
 # bench/compare.sh [BUILD]: the list runs of the command line timed side by side on one generated
 # market, each with one job and with every core, against the time it takes to read the price
-# files once. Prints one line a run: seconds, peak memory, and the ratio to the read time (or,
-# for the sweeps, backtests a second), then the speed-up of all cores over one job.
+# files once. Prints one line a run: elapsed seconds, CPU seconds, peak memory, and the ratio to
+# the read time (or, for the sweeps, backtests a second), then the speed-up of all cores over one
+# job. Elapsed times mean something only on an otherwise idle machine.
 #
 # Environment: HALVARD (the program timed; BUILD/app/cli/halvard), SYMBOLS (5000), BARS (252),
 # MARKET (BUILD/bench/compare-market), JOBS (the machine's cores), BIG_SWEEP=0 to leave out the
@@ -17,8 +18,9 @@ JOBS=${JOBS:-$(nproc)}
 BIG_SWEEP=${BIG_SWEEP:-1}
 HALVARD=${HALVARD:-$BUILD/app/cli/halvard}
 GENERATOR=$BUILD/bench/halvard-market
+READ_FLOOR=$BUILD/bench/halvard-read-floor
 
-for program in "$HALVARD" "$GENERATOR" /usr/bin/time; do
+for program in "$HALVARD" "$GENERATOR" "$READ_FLOOR" /usr/bin/time; do
   [ -x "$program" ] || { echo "compare.sh: $program is missing (make build first)" >&2; exit 1; }
 done
 
@@ -31,15 +33,17 @@ if [ ! -f "$stamp" ]; then
   touch "$stamp"
 fi
 
-# Runs a command under /usr/bin/time; sets SECONDS_TAKEN and PEAK_KB.
+# Runs a command under /usr/bin/time; sets SECONDS_TAKEN (elapsed), CPU (user + system seconds,
+# all threads) and PEAK_KB.
 measure() {
   timing=$(mktemp)
-  /usr/bin/time -f '%e %M' -o "$timing" "$@" >/dev/null 2>&1 || {
+  /usr/bin/time -f '%e %M %U %S' -o "$timing" "$@" >/dev/null 2>&1 || {
     echo "compare.sh: failed: $*" >&2
     rm -f "$timing"
     exit 1
   }
-  read -r SECONDS_TAKEN PEAK_KB <"$timing"
+  read -r SECONDS_TAKEN PEAK_KB user system <"$timing"
+  CPU=$(awk -v u="$user" -v s="$system" 'BEGIN { printf "%.2f", u + s }')
   rm -f "$timing"
 }
 
@@ -47,13 +51,13 @@ measure() {
 # Whether this build runs lists on several cores (an older one has no --jobs).
 if "$HALVARD" scan --help 2>/dev/null | grep -q -- '--jobs'; then parallel=1; else parallel=0; fi
 
-# Reading every price file of the list once, by cat: the floor any run over the list stands on.
-# Run twice; the first warms the page cache.
-files="cd '$MARKET' && tr -d '\\r' <market.inc | awk 'NF { print \$0 \".txt\" }' | xargs cat >/dev/null"
-sh -c "$files"
-measure sh -c "$files"
+# Reading every price file of the list once, in plain C: the floor any run over the list stands
+# on. Run twice; the first warms the page cache.
+"$READ_FLOOR" "$MARKET" "$MARKET/market.inc" >/dev/null
+measure "$READ_FLOOR" "$MARKET" "$MARKET/market.inc"
 READ=$SECONDS_TAKEN
-printf '%-36s %8s s %8s MB\n' "read $SYMBOLS files once" "$READ" "$((PEAK_KB / 1024))"
+printf '%-36s %8s s %6s s CPU %6s MB\n' "read $SYMBOLS files once" "$READ" "$CPU" \
+  "$((PEAK_KB / 1024))"
 echo "cores: $(nproc), all-core runs with --jobs $JOBS"
 
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { if (b > 0) printf "%.1f", a / b; else print "-" }'; }
@@ -82,7 +86,8 @@ line() {
     else
       figure="$(rate "$backtests" "$SECONDS_TAKEN") backtests/s"
     fi
-    printf '%-36s %8s s %8s MB   %s' "$name, $jobs job(s)" "$SECONDS_TAKEN" "$((PEAK_KB / 1024))" "$figure"
+    printf '%-36s %8s s %6s s CPU %6s MB   %s' "$name, $jobs job(s)" "$SECONDS_TAKEN" "$CPU" \
+      "$((PEAK_KB / 1024))" "$figure"
     if [ -z "$one" ]; then
       one=$SECONDS_TAKEN
       echo

@@ -26,10 +26,10 @@ TEST(TakeInOrder, ResultsAreTakenInListOrderWhateverThreadComputedThem) {
           ++workers;
           return std::make_unique<Counter>();
         },
-        [](Counter& c, int i) {
+        [](Counter& c, int i, std::string& result) {
           ++c.computed;
           if (i % 7 == 0) std::this_thread::yield();  // some items finish out of turn
-          return std::to_string(i) + ",";
+          result = std::to_string(i) + ",";
         },
         [&](int, const std::string* result) {
           taken += *result;
@@ -47,9 +47,9 @@ TEST(TakeInOrder, TakeStopsTheRunAndAFailedItemIsLeftToTake) {
   std::vector<int> seen;
   const bool finished = TakeInOrder<int>(
       1000, 3, [] { return std::make_unique<Counter>(); },
-      [](Counter&, int i) {
+      [](Counter&, int i, int& result) {
         if (i == 2) throw std::runtime_error("no file");
-        return i * 10;
+        result = i * 10;
       },
       [&](int i, const int* result) {
         seen.push_back(result != nullptr ? *result : -i);
@@ -60,18 +60,18 @@ TEST(TakeInOrder, TakeStopsTheRunAndAFailedItemIsLeftToTake) {
 }
 
 TEST(TakeInOrder, AnErrorOfTakeReachesTheCallerAndEndsTheThreads) {
-  EXPECT_THROW(
-      TakeInOrder<int>(
-          500, 2, [] { return std::make_unique<Counter>(); }, [](Counter&, int i) { return i; },
-          [](int i, const int*) {
-            if (i == 3) throw std::runtime_error("bad file");
-            return true;
-          }),
-      std::runtime_error);
+  EXPECT_THROW(TakeInOrder<int>(
+                   500, 2, [] { return std::make_unique<Counter>(); },
+                   [](Counter&, int i, int& result) { result = i; },
+                   [](int i, const int*) {
+                     if (i == 3) throw std::runtime_error("bad file");
+                     return true;
+                   }),
+               std::runtime_error);
   // Nothing to take: no thread waits for ever.
   EXPECT_TRUE(TakeInOrder<int>(
-      0, 4, [] { return std::make_unique<Counter>(); }, [](Counter&, int i) { return i; },
-      [](int, const int*) { return false; }));
+      0, 4, [] { return std::make_unique<Counter>(); },
+      [](Counter&, int i, int& result) { result = i; }, [](int, const int*) { return false; }));
 }
 
 }  // namespace

@@ -20,12 +20,13 @@ inline int MachineCores() {
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
-// compute(worker, i) returns the Result of item i on one of the threads, where
-// makeWorker() -> Worker gave that thread its state. take(i, result) runs on the calling thread
-// in order; result is null when compute threw (take then does the item itself, so an error
-// surfaces where the one-thread run meets it). take returns false to stop: the items computed
-// ahead are dropped. Returns false when take stopped the run. An exception of take ends the
-// threads and goes on to the caller.
+// compute(worker, i, result) fills the Result of item i on one of the threads, where
+// makeWorker() -> Worker gave that thread its state; result is storage an earlier item used
+// (so its buffers are reused rather than allocated again for every item). take(i, result)
+// runs on the calling thread in order; result is null when compute threw (take then does the
+// item itself, so an error surfaces where the one-thread run meets it). take returns false to
+// stop: the items computed ahead are dropped. Returns false when take stopped the run. An
+// exception of take ends the threads and goes on to the caller.
 template <class Result, class MakeWorker, class Compute, class Take>
 bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Take take) {
   jobs = std::max(jobs, 1);
@@ -35,14 +36,15 @@ bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Ta
   const int window = std::max(16, 4 * chunk) * jobs;
   struct Slot {
     bool ready = false;
-    std::optional<Result> result;
+    bool failed = false;
+    Result result;
   };
   std::vector<Slot> slots(static_cast<size_t>(window));
   std::mutex mutex;
   std::condition_variable readyOrStop;  // a slot became ready
   std::condition_variable room;         // the window moved on, or the run stops
   int next = 0;                         // the next item a thread takes up
-  int taken = 0;                        // items handed to take so far
+  int taken = 0;                        // items take is done with
   bool stop = false;
   bool takerWaits = false;
   int workersWaiting = 0;
@@ -54,7 +56,6 @@ bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Ta
     } catch (...) {
       // Without a worker every result is missing: take does each item itself.
     }
-    std::vector<std::optional<Result>> results;
     for (;;) {
       int first = 0;
       int end = 0;
@@ -73,24 +74,22 @@ bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Ta
         end = std::min(next + chunk, count);
         next = end;
       }
-      results.clear();
+      // The slots of these items are this thread's until they are marked ready: take is done
+      // with what they held before.
       for (int i = first; i < end; ++i) {
-        auto& result = results.emplace_back();
+        Slot& slot = slots[static_cast<size_t>(i % window)];
+        slot.failed = !worker;
         if (!worker) continue;
         try {
-          result.emplace(compute(**worker, i));
+          compute(**worker, i, slot.result);
         } catch (...) {
-          result.reset();
+          slot.failed = true;
         }
       }
       bool wake = false;
       {
         const std::lock_guard lock(mutex);
-        for (int i = first; i < end; ++i) {
-          Slot& slot = slots[static_cast<size_t>(i % window)];
-          slot.result = std::move(results[static_cast<size_t>(i - first)]);
-          slot.ready = true;
-        }
+        for (int i = first; i < end; ++i) slots[static_cast<size_t>(i % window)].ready = true;
         wake = takerWaits;
       }
       if (wake) readyOrStop.notify_one();
@@ -116,24 +115,24 @@ bool TakeInOrder(int count, int jobs, MakeWorker makeWorker, Compute compute, Ta
   for (int t = 0; t < jobs; ++t) threads.emplace_back(work);
 
   for (int i = 0; i < count; ++i) {
-    std::optional<Result> result;
-    bool wake = false;
+    Slot& slot = slots[static_cast<size_t>(i % window)];
     {
       std::unique_lock lock(mutex);
-      Slot& slot = slots[static_cast<size_t>(i % window)];
       if (!slot.ready) {
         takerWaits = true;
         readyOrStop.wait(lock, [&] { return slot.ready; });
         takerWaits = false;
       }
-      result = std::move(slot.result);
-      slot.result.reset();
+    }
+    if (!take(i, slot.failed ? nullptr : &slot.result)) return false;
+    bool wake = false;
+    {
+      const std::lock_guard lock(mutex);
       slot.ready = false;
       taken = i + 1;
       wake = workersWaiting > 0;
     }
     if (wake) room.notify_all();
-    if (!take(i, result ? &*result : nullptr)) return false;
   }
   return true;
 }

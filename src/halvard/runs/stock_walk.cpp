@@ -41,9 +41,14 @@ struct FoundBoxes {
   int corvaneCount = 0;
   std::vector<int16_t> corvanes;  // top, low and breakout day of each corvane
 
-  explicit FoundBoxes(const engine::StockView& v)
-      : boxCount(v.boxCount), corvaneCount(v.corvaneCount) {
-    boxes.reserve(static_cast<size_t>(boxCount) * 4);
+  FoundBoxes() = default;
+  explicit FoundBoxes(const engine::StockView& v) { Keep(v); }
+
+  // Keeps the boxes and corvanes of v (in the buffers an earlier stock used).
+  void Keep(const engine::StockView& v) {
+    boxCount = v.boxCount;
+    corvaneCount = v.corvaneCount;
+    boxes.clear();
     for (int k = 0; k < boxCount; ++k) {
       boxes.insert(boxes.end(),
                    {v.boxTopDay[k], v.boxBottomDay[k], v.boxEndDay[k], v.boxBrokeUp[k]});
@@ -51,6 +56,7 @@ struct FoundBoxes {
     colors.assign(v.boxColor.begin(),
                   v.boxColor.begin() + std::min(boxCount, engine::StockView::kMaxDrawnBoxes));
     lastBoxText = v.lastBoxText;
+    corvanes.clear();
     for (int k = 0; k < corvaneCount; ++k) {
       corvanes.insert(corvanes.end(),
                       {v.corvaneTopDay[k], v.corvaneLowDay[k], v.corvaneBreakDay[k]});
@@ -89,7 +95,7 @@ struct Outcome {
   std::string path;
   bool found = false;
   data::SeriesCopy series;  // the loaded bars, and the bars the engine read past them
-  std::optional<FoundBoxes> boxes;
+  FoundBoxes boxes;
   engine::BackTester::RunState state{};
   std::string log;
   std::string results;
@@ -115,28 +121,27 @@ void WalkOne(Session& s, const StockWalk& walk, const platform::FolderNames& nam
   walk.loaded();
 }
 
-Outcome Compute(const Session& s, const StockWalk& walk, const platform::FolderNames& names,
-                double percentage, Worker& w, int i) {
-  Outcome o;
+// Fills o (which holds what an earlier stock left) with what this thread makes of stock i.
+void Compute(const Session& s, const StockWalk& walk, const platform::FolderNames& names,
+             double percentage, Worker& w, int i, Outcome& o) {
   o.path = s.StockPath(s.symbols[static_cast<size_t>(i)]);
   engine::StockView& v = *w.view;
   o.found = Load(walk, v, o.path, names);
-  if (!o.found) return o;
+  if (!o.found) return;
   o.series.Keep(v, engine::BackTester::DaysRead(v));
   engine::ComputeBoxes(v, w.config.enableGraphUpdate);
-  o.boxes.emplace(v);
-  if (!walk.backtest) return o;
+  o.boxes.Keep(v);
+  if (!walk.backtest) return;
   w.config.unusualVolumePercentage = percentage;  // as the run started: the engine may set it
   w.tester.unusualVolumeFound = false;
+  w.log.Clear();
+  w.results.Clear();
   w.tester.Backtest(*walk.backtest);
   o.state = w.tester.runState();
   o.log = w.log.text();
   o.results = w.results.text();
-  w.log.Clear();
-  w.results.Clear();
   o.unusualVolumeFound = w.tester.unusualVolumeFound;
   o.unusualVolumePercentage = w.config.unusualVolumePercentage;
-  return o;
 }
 
 // Hands a stock a thread did over to the session, as if the session had done it.
@@ -155,11 +160,11 @@ void Take(Session& s, const StockWalk& walk, Outcome& o) {
   // are the session's, or the stock is done again here.
   bool same = o.series.SameBeyondLoaded(v);
   if (same && s.config.enableGraphUpdate) {
-    o.boxes->PutDrawn(v);
+    o.boxes.PutDrawn(v);
   } else {
     // Not drawn, the open box keeps the breakout mark an earlier stock left: compared too.
     engine::ComputeBoxes(v, s.config.enableGraphUpdate);
-    same = same && o.boxes->SameBoxes(FoundBoxes(v));
+    same = same && o.boxes.SameBoxes(FoundBoxes(v));
   }
   if (!walk.backtest || !same) {
     if (walk.backtest) tester.Backtest(*walk.backtest);
@@ -198,7 +203,7 @@ bool WalkStocks(Session& s, const StockWalk& walk) {
   const double percentage = s.config.unusualVolumePercentage;
   return platform::TakeInOrder<Outcome>(
       n, jobs, [&s] { return std::make_unique<Worker>(s); },
-      [&](Worker& w, int i) { return Compute(s, walk, names, percentage, w, i); },
+      [&](Worker& w, int i, Outcome& o) { Compute(s, walk, names, percentage, w, i, o); },
       [&](int i, Outcome* o) {
         if (!walk.before(i)) return false;
         o != nullptr ? Take(s, walk, *o) : WalkOne(s, walk, names, i);
