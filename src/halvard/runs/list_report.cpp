@@ -30,6 +30,9 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
                               const std::optional<engine::BacktestOptions>& backtest) {
   const engine::StockView& v = s_.view();
   const int n = static_cast<int>(s_.symbols.size());
+  // Once the files are parsed and kept, a stock's backtest costs less than handing it between
+  // threads: the later levels of a sweep run on this one.
+  const bool cached = prices_.keptBars() > 0;
   return WalkStocks(s_, {.before =
                              [&](int i) {
                                if (progress_.Cancelled()) return false;
@@ -44,7 +47,8 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
                              },
                          .loaded = tested,
                          .backtest = backtest,
-                         .cache = &prices_});
+                         .cache = &prices_,
+                         .jobs = cached ? 1 : 0});
 }
 
 }  // namespace halvard::runs

@@ -190,7 +190,7 @@ int ListJobs(const settings::Config& config) {
 
 bool WalkStocks(Session& s, const StockWalk& walk) {
   const int n = static_cast<int>(s.symbols.size());
-  const int jobs = std::min(ListJobs(s.config), n);
+  const int jobs = std::min(walk.jobs > 0 ? walk.jobs : ListJobs(s.config), n);
   // Listed once for the whole walk, on the first symbol missing under its own spelling.
   const platform::FolderNames names(s.config.StockFilePath);
   if (jobs <= 1) {

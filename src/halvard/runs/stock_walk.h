@@ -30,6 +30,8 @@ struct StockWalk {
   std::optional<engine::BacktestOptions> backtest;
   // Loads go through it when given: a sweep reads each file once.
   data::PriceCache* cache = nullptr;
+  // Threads for this walk; 0: ListJobs of the session's settings.
+  int jobs = 0;
 };
 
 // Returns false when before stopped the walk.
