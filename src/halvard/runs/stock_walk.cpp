@@ -17,8 +17,10 @@ namespace {
 // One thread's own view (holding the session's RS line and view length), settings and engine
 // with its own log and result panes.
 struct Worker {
-  explicit Worker(const Session& s) : config(s.config), tester(*view, config, log, results) {
-    const engine::StockView& shown = s.view();
+  // settings is a copy taken before the threads start (the session's may change as stocks are
+  // taken up); of the session's view only what no stock changes is read.
+  Worker(const settings::Config& settings, const engine::StockView& shown)
+      : config(settings), tester(*view, config, log, results) {
     view->rsLine = shown.rsLine;
     view->rsAvailable = shown.rsAvailable;
     view->viewDays = shown.viewDays;
@@ -200,9 +202,10 @@ bool WalkStocks(Session& s, const StockWalk& walk) {
     }
     return true;
   }
-  const double percentage = s.config.unusualVolumePercentage;
+  const settings::Config settings = s.config;
+  const double percentage = settings.unusualVolumePercentage;
   return platform::TakeInOrder<Outcome>(
-      n, jobs, [&s] { return std::make_unique<Worker>(s); },
+      n, jobs, [&] { return std::make_unique<Worker>(settings, s.view()); },
       [&](Worker& w, int i, Outcome& o) { Compute(s, walk, names, percentage, w, i, o); },
       [&](int i, Outcome* o) {
         if (!walk.before(i)) return false;
