@@ -6,6 +6,7 @@
 
 #include "commands.h"
 #include "halvard/data/price_check.h"
+#include "halvard/runs/stock_walk.h"
 #include "terminal_progress.h"
 
 namespace halvard::cli {
@@ -23,7 +24,8 @@ void Run(const GlobalOptions& options, const CheckArgs& args) {
       args.lists.empty() ? data::FolderFilesToCheck(config.StockFilePath)
                          : data::ListFilesToCheck(config.IncFilePath, args.lists);
   TerminalProgress progress;
-  const auto checked = data::CheckPriceFiles(config.StockFilePath, names, args.fix, progress);
+  const auto checked = data::CheckPriceFiles(config.StockFilePath, names, args.fix, progress,
+                                             runs::ListJobs(config));
   std::cout << WithLineFeeds(data::CheckReportText(checked)) << std::flush;
   if (progress.Cancelled())
     throw Interrupted{args.fix ? "the files fixed so far are kept" : "nothing was changed"};
@@ -40,6 +42,7 @@ void AddCheckCommand(Command& program, const GlobalOptions& options) {
   command.Flag("--fix", args->fix,
                "Trim over-long files to their newest 1001 days and rewrite their line ends, "
                "where that makes them load");
+  AddJobsOption(command, options);
   command.OnRun([&options, args] { Run(options, *args); });
 }
 

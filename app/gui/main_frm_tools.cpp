@@ -8,6 +8,7 @@
 #include "halvard/data/price_check.h"
 #include "halvard/fundamentals/fundamentals_source.h"
 #include "halvard/runs/fundamentals_commands.h"
+#include "halvard/runs/stock_walk.h"
 #include "halvard/settings/services.h"
 #include "main_frm.h"
 #include "text_window.h"
@@ -71,8 +72,9 @@ void MainFrm::AddTools(QMenu* tools) {
     std::string report;
     const bool done = RunLong([&](platform::Progress& progress) {
       const std::string& folder = session_->config.StockFilePath;
-      report = data::CheckReportText(
-          data::CheckPriceFiles(folder, data::FolderFilesToCheck(folder), false, progress));
+      report = data::CheckReportText(data::CheckPriceFiles(folder, data::FolderFilesToCheck(folder),
+                                                           false, progress,
+                                                           runs::ListJobs(session_->config)));
     });
     if (!done) return;
     auto* window = new TextWindow(this, QStringLiteral("checkPriceFiles"),

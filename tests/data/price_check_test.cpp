@@ -24,10 +24,10 @@ struct Folder {
     WriteText(stocks / "BAD.txt", test::PriceFile({"2017-12-29,1,two,0.5,1.5,100"}));
     WriteText(stocks / "^IXIC.txt", good);
   }
-  std::vector<CheckedFile> Check(bool fix, std::vector<std::string> names = {}) {
+  std::vector<CheckedFile> Check(bool fix, std::vector<std::string> names = {}, int jobs = 1) {
     platform::NoProgress progress;
     if (names.empty()) names = FolderFilesToCheck(stocks.path());
-    return CheckPriceFiles(stocks.path(), names, fix, progress);
+    return CheckPriceFiles(stocks.path(), names, fix, progress, jobs);
   }
   test::TempDir stocks;
   std::string good;
@@ -83,6 +83,54 @@ TEST(PriceCheck, ListsCheckTheirSymbolsOnceAndTheIndexFile) {
   EXPECT_EQ(test::ErrorText([&] { ListFilesToCheck(lists.path(), {"c"}); }),
             "watch list " + (lists / "c.inc").string() +
                 " line 2: \"../x\" is not a symbol: a symbol cannot hold \"/\" or \"\\\"");
+}
+
+// Remembers the progress texts.
+class Steps : public platform::Progress {
+ public:
+  void Step(int done, int, std::string_view text) override {
+    seen += std::to_string(done) + " " + std::string(text) + "\n";
+  }
+  bool Cancelled() const override { return false; }
+  std::string seen;
+};
+
+TEST(PriceCheck, SeveralThreadsFindFixAndReportAsOneDoes) {
+  std::string report[2], steps[2], files[2];
+  for (const int jobs : {1, 4}) {
+    Folder f;
+    // Missing files, one listed in other letters, and the bad ones twice over.
+    const std::vector<std::string> names = {"LONG.txt", "NONE.txt",    "good.TXT", "CRCR.txt",
+                                            "BAD.txt",  "MISSING.txt", "^IXIC.txt"};
+    Steps progress;
+    const auto checked = CheckPriceFiles(f.stocks.path(), names, true, progress, jobs);
+    const int k = jobs == 1 ? 0 : 1;
+    report[k] = CheckReportText(checked);
+    steps[k] = progress.seen;
+    for (const char* name : {"LONG.txt", "CRCR.txt", "BAD.txt", "GOOD.txt"}) {
+      files[k] += ReadText(f.stocks / name);
+    }
+  }
+  EXPECT_EQ(report[1], report[0]);
+  EXPECT_EQ(steps[1], steps[0]);
+  EXPECT_EQ(files[1], files[0]);
+  EXPECT_NE(report[0].find("LONG.txt: fixed"), std::string::npos);
+}
+
+TEST(PriceCheck, AFileThatCannotBeReadStopsTheCheckWhereItStandsWhateverTheThreads) {
+  for (const int jobs : {1, 3}) {
+    Folder f;
+    std::filesystem::create_directory(f.stocks / "DIR.txt");
+    const std::string longBefore = ReadText(f.stocks / "LONG.txt");
+    EXPECT_EQ(test::ErrorText([&] {
+                f.Check(true, {"CRCR.txt", "DIR.txt", "LONG.txt"}, jobs);
+              }),
+              (f.stocks / "DIR.txt").string() + ": not a regular file");
+    // The file before it is fixed, the one after it is not touched.
+    EXPECT_EQ(ReadText(f.stocks / "CRCR.txt"),
+              "Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,2,0.5,1.5,100\r\n");
+    EXPECT_EQ(ReadText(f.stocks / "LONG.txt"), longBefore) << jobs << " jobs";
+  }
 }
 
 }  // namespace

@@ -6,38 +6,54 @@
 #include "halvard/data/stored_price_text.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/platform/files.h"
+#include "halvard/platform/folder_names.h"
+#include "halvard/platform/ordered_work.h"
 
 namespace halvard::data {
 namespace fs = std::filesystem;
 
 namespace {
 
-// What repairing the text did, or empty when its stored form would not load either.
-std::string Repair(const fs::path& path, const std::string& name, const std::string& text,
-                   FileKind kind) {
-  const StoredPriceText stored = ToStoredForm(text, KeepLines::kNonEmpty, kind);
-  if (stored.text == text || LoadProblem(stored.text, name, kind)) return "";
-  platform::WriteFileAtomically(path, stored.text);
-  if (stored.trimmed()) return KeptDaysText(stored);
-  return "rewrote the line ends (one CR LF a line, no empty line)";
-}
-
-CheckedFile Check(const fs::path& folder, const std::string& name, bool fix) {
+// What checking one file found, and the repair to write when one is asked for and its stored
+// form loads: all of it read, nothing written yet.
+struct Examined {
   CheckedFile checked;
-  checked.name = name;
+  fs::path repairPath;
+  std::string repairText;
+  std::string repairNote;  // empty: nothing to write
+};
+
+Examined Examine(const fs::path& folder, const platform::FolderNames& names,
+                 const std::string& name, bool fix) {
+  Examined e;
+  e.checked.name = name;
   const fs::path path = folder / name;
-  const std::optional<std::string> text = platform::ReadFileIfExists(path);
+  const std::optional<std::string> text = names.ReadFileIfExists(path);
   if (!text) {
-    checked.missing = true;
-    return checked;
+    e.checked.missing = true;
+    return e;
   }
   const FileKind kind = KindOfFileName(name);
-  checked.problem = LoadProblem(*text, name, kind);
-  if (fix && checked.problem) {
-    checked.fixed = Repair(platform::ResolvePath(path).value_or(path), name, *text, kind);
-    if (!checked.fixed.empty()) checked.problem.reset();
+  e.checked.problem = LoadProblem(*text, name, kind);
+  if (!fix || !e.checked.problem) return e;
+  StoredPriceText stored = ToStoredForm(*text, KeepLines::kNonEmpty, kind);
+  if (stored.text == *text || LoadProblem(stored.text, name, kind)) return e;
+  e.repairPath = platform::ResolvePath(path).value_or(path);
+  e.repairNote = stored.trimmed() ? KeptDaysText(stored)
+                                  : "rewrote the line ends (one CR LF a line, no empty line)";
+  e.repairText = std::move(stored.text);
+  return e;
+}
+
+// Writes the repair, if any: files are rewritten one after the other in the order they are
+// checked, so a failure stops the check where it happens.
+CheckedFile Finish(Examined& e) {
+  if (!e.repairNote.empty()) {
+    platform::WriteFileAtomically(e.repairPath, e.repairText);
+    e.checked.fixed = e.repairNote;
+    e.checked.problem.reset();
   }
-  return checked;
+  return std::move(e.checked);
 }
 
 std::string Count(size_t n, const char* one, const char* many) {
@@ -69,13 +85,40 @@ std::vector<std::string> ListFilesToCheck(const fs::path& listFolder,
 
 std::vector<CheckedFile> CheckPriceFiles(const fs::path& stockFolder,
                                          const std::vector<std::string>& fileNames, bool fix,
-                                         platform::Progress& progress) {
+                                         platform::Progress& progress, int jobs) {
   std::vector<CheckedFile> checked;
   const int total = static_cast<int>(fileNames.size());
-  for (int i = 0; i < total && !progress.Cancelled(); ++i) {
-    progress.Step(i, total, fileNames[i]);
-    checked.push_back(Check(stockFolder, fileNames[i], fix));
+  const platform::FolderNames names(stockFolder);
+  const auto step = [&](int i) {
+    if (progress.Cancelled()) return false;
+    progress.Step(i, total, fileNames[static_cast<size_t>(i)]);
+    return true;
+  };
+  const auto examine = [&](int i) {
+    return Examine(stockFolder, names, fileNames[static_cast<size_t>(i)], fix);
+  };
+  if (jobs <= 1 || total <= 1) {
+    for (int i = 0; i < total && step(i); ++i) {
+      Examined e = examine(i);
+      checked.push_back(Finish(e));
+    }
+    return checked;
   }
+  // The files are read and parsed side by side; the progress, the repairs and the findings
+  // follow the files' order.
+  platform::TakeInOrder<Examined>(
+      total, jobs, [] { return std::make_unique<int>(0); },
+      [&](int&, int i, Examined& e) { e = examine(i); },
+      [&](int i, Examined* e) {
+        if (!step(i)) return false;
+        if (e == nullptr) {
+          Examined again = examine(i);
+          checked.push_back(Finish(again));
+        } else {
+          checked.push_back(Finish(*e));
+        }
+        return true;
+      });
   return checked;
 }
 

@@ -30,10 +30,12 @@ std::vector<std::string> ListFilesToCheck(const std::filesystem::path& listFolde
 
 // Checks each file of the folder, one progress step a file; a cancel stops between two files.
 // With fix, a file that does not load is rewritten (atomically) in the stored form when that
-// loads, and left byte for byte as it was when it does not.
+// loads, and left byte for byte as it was when it does not. With more than one job the files
+// are read and parsed on that many threads; the steps, repairs and findings keep the files'
+// order, as with one.
 std::vector<CheckedFile> CheckPriceFiles(const std::filesystem::path& stockFolder,
                                          const std::vector<std::string>& fileNames, bool fix,
-                                         platform::Progress& progress);
+                                         platform::Progress& progress, int jobs = 1);
 
 // One line a problem ("ORCL.txt:1003: more than 1001 day lines; ..."), a repair ("ORCL.txt:
 // fixed: kept the newest 1001 of 4,028 days") or a missing file, then the summary ("41 files
