@@ -72,6 +72,28 @@ TEST_F(FundamentalsTest, RSAveragesSpanAllDaysAndTheNewestNMinus69ThenRank) {
   EXPECT_EQ(Column("RSRank"), "A=60 B=80 BRK=0 NOFILE=20 ^IXIC=40 ");
 }
 
+TEST_F(FundamentalsTest, RSAveragesAreTheSameWhateverTheThreadsAndTheChartKeepsTheLastStock) {
+  Closes(dir / "A.txt", 300, 100, 40, 150);
+  Closes(dir / "BAD.txt", 0, 0);  // a header and no day
+  Closes(dir / "C.txt", 20, 50);
+  Closes(dir / "D.txt", 90, 80, 10, 60);
+  Closes(dir / "^IXIC.txt", 300, 100, 50, 90);
+  ASSERT_TRUE(s.StartUp());
+  Rows({"A", "BAD", "C", "D"});
+  std::string seen[2];
+  for (const int jobs : {1, 3}) {
+    s.config.jobs = static_cast<int16_t>(jobs);
+    const auto skipped = ComputeRSRankCommand(s, progress);
+    const engine::StockView& v = s.view();
+    seen[jobs == 1 ? 0 : 1] =
+        Column("AvgRS || '/' || PrevAvgRS || '/' || RSRank") + (skipped.empty() ? "" : skipped[0]) +
+        " " + v.stockSymbol + " " + std::to_string(v.barCount) + " " +
+        platform::FormatGeneral(v.rsLine[0]) + " " + platform::FormatGeneral(v.rsLine[19]);
+  }
+  EXPECT_EQ(seen[1], seen[0]);
+  EXPECT_NE(seen[0].find("BAD.txt"), std::string::npos) << seen[0];
+}
+
 TEST_F(FundamentalsTest, WithoutTheIndexEveryStockAveragesZeroAndRanksTop) {
   Closes(dir / "A.txt", 80, 100);
   Closes(dir / "B.txt", 80, 200);

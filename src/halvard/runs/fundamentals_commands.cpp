@@ -2,7 +2,10 @@
 
 #include "halvard/data/file_parser.h"
 #include "halvard/data/price_folder.h"
+#include "halvard/data/series_copy.h"
 #include "halvard/error.h"
+#include "halvard/platform/ordered_work.h"
+#include "halvard/runs/stock_walk.h"
 
 namespace halvard::runs {
 namespace {
@@ -77,6 +80,15 @@ std::vector<std::string> ComputeRSRankCommand(Session& s, platform::Progress& pr
   fundamentals::StockDataStore& db = s.stockDb();
   engine::StockView& v = s.view();
   std::vector<std::string> skipped;
+  // The averages come from the same pass as the chart's RS line, which is left drawn for the
+  // last stock.
+  const auto average = [&](const std::string& symbol) {
+    engine::ComputeRSLine(v);
+    double avg = 0;
+    double prevAvg = 0;
+    engine::ComputeRSAverages(v, avg, prevAvg);
+    db.SetRSAvg(symbol, avg, prevAvg);
+  };
   const auto averageOne = [&](const std::string& file, const std::string& symbol) {
     const std::string path = s.config.StockFilePath + "/" + file;
     try {
@@ -85,15 +97,48 @@ std::vector<std::string> ComputeRSRankCommand(Session& s, platform::Progress& pr
       skipped.push_back(e.what());
       return;
     }
-    // The averages come from the same pass as the chart's RS line, which is left drawn for
-    // this stock.
-    engine::ComputeRSLine(v);
-    double avg = 0;
-    double prevAvg = 0;
-    engine::ComputeRSAverages(v, avg, prevAvg);
-    db.SetRSAvg(symbol, avg, prevAvg);
+    average(symbol);
   };
-  const bool finished = ForEachPriceFile(s, progress, "Computing RS Average for ", averageOne);
+  const auto files = data::ListPriceFiles(s.config.StockFilePath);
+  const int n = static_cast<int>(files.size());
+  const int jobs = std::min(ListJobs(s.config), n);
+  bool finished = true;
+  if (jobs <= 1) {
+    finished = ForEachPriceFile(s, progress, "Computing RS Average for ", averageOne);
+  } else {
+    // The files are read and parsed on the threads; each is then taken up here in the folder's
+    // order, as one thread does it (a file that does not load is read again here, so that its
+    // message and what it left in the view are those of one thread).
+    struct Loaded {
+      std::string path;
+      bool found = false;
+      data::SeriesCopy series;
+    };
+    finished = platform::TakeInOrder<Loaded>(
+        n, jobs, [] { return std::make_unique<data::PriceSeries>(); },
+        [&](data::PriceSeries& series, int i, Loaded& loaded) {
+          loaded.path = s.config.StockFilePath + "/" + files[static_cast<size_t>(i)];
+          loaded.found = data::LoadStockFile(series, loaded.path);
+          if (loaded.found) loaded.series.Keep(series, series.barCount);
+        },
+        [&](int i, Loaded* loaded) {
+          const std::string& file = files[static_cast<size_t>(i)];
+          const std::string symbol = data::SymbolOfFileName(file);
+          progress.Step(i, n, "Computing RS Average for " + symbol);
+          if (progress.Cancelled()) return false;
+          if (loaded == nullptr) {
+            averageOne(file, symbol);
+          } else if (!loaded->found) {
+            v.stockFilePath = loaded->path;
+            v.stockSymbol = data::GetSymbol(loaded->path);
+            v.barCount = 0;
+          } else {
+            loaded->series.Restore(loaded->path, v);
+            average(symbol);
+          }
+          return true;
+        });
+  }
   if (finished) db.ComputeRSRank(progress);
   return skipped;
 }
