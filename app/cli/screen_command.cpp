@@ -92,6 +92,7 @@ void AddScreenCommand(Command& program, const GlobalOptions& options) {
                        "Save the symbols found as the watch list NAME (NAME.inc in "
                        "the watch-list folder)")
                   .ValueName("NAME");
+  AddJobsOption(command, options);
   command.OnRun([&options, args, save] { Run(options, *args, save.Given()); });
 }
 

@@ -143,6 +143,31 @@ TEST_F(LocalScreenTest, ACancelStopsBetweenTwoFiles) {
   EXPECT_TRUE(r.cancelled);
 }
 
+TEST_F(LocalScreenTest, ManyThreadsFindWhatOneFindsInTheSameOrder) {
+  for (int i = 0; i < 40; ++i) {
+    const std::string name = std::string("S").append(std::to_string(i));
+    Closes(dir / (name + ".txt"), 30 + 7 * i, 10 + i % 9, 12, 18, 500 + 100 * (i % 5));
+    if (i % 11 == 3)
+      test::WriteText(dir / (name + ".B.txt"), test::ReadText(dir / (name + ".txt")));
+    if (i % 13 == 5)
+      test::WriteText(dir / std::string("X").append(name).append(".txt"), test::PriceFile({"bad"}));
+  }
+  Closes(dir / "^IXIC.txt", 300, 20, 16);
+  ScreenCriteria c;
+  c.price.min = 12;
+  c.averageVolume.max = 800;
+  std::string seen[2];
+  for (const int jobs : {1, 4}) {
+    s.config.jobs = static_cast<int16_t>(jobs);
+    const ScreenResult r = ScreenLocally(s, c, quiet);
+    std::string& text = seen[jobs == 1 ? 0 : 1];
+    for (const std::string& symbol : r.symbols) text.append(symbol).append(" ");
+    for (const std::string& skipped : r.skipped) text.append("| ").append(skipped);
+  }
+  EXPECT_EQ(seen[1], seen[0]);
+  EXPECT_NE(seen[0].find("XS5.txt line 2"), std::string::npos) << seen[0];
+}
+
 TEST_F(LocalScreenTest, TheSymbolsAreSavedAsAWatchList) {
   test::WriteText(dir / "found.inc", "OLD\r\nLIST\r\n\r\n");
   const auto path = SaveScreenList(s, "found", {"A", "BRK"});

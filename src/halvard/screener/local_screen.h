@@ -21,8 +21,9 @@ bool PassesLocally(const ScreenCriteria& c, const LocalReadings& readings);
 // Visits the price files in ListPriceFiles order, one progress step each, and keeps the
 // symbols that pass; index files (a symbol starting "^") are stepped over unread, as they are
 // no stocks. A cancel stops between two files. A file that does not load is skipped and
-// named in the result's skipped.
+// named in the result's skipped. With more than one job the files are read and screened on that
+// many threads, the steps and findings kept in the folder's order.
 ScreenResult ScreenPriceFiles(const std::filesystem::path& stockFolder, const StockRows& rows,
-                              const ScreenCriteria& c, platform::Progress& progress);
+                              const ScreenCriteria& c, platform::Progress& progress, int jobs = 1);
 
 }  // namespace halvard::screener

@@ -4,6 +4,7 @@
 #include "halvard/error.h"
 #include "halvard/fundamentals/service_fetch.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/runs/stock_walk.h"
 #include "halvard/screener/criteria_table.h"
 #include "halvard/screener/local_screen.h"
 #include "halvard/screener/service_screen.h"
@@ -35,7 +36,7 @@ ScreenResult ScreenLocally(runs::Session& s, const ScreenCriteria& c,
     // has made sure it exists.
     rows = StockRows::Read(std::filesystem::path(s.config.IncFilePath) / "stockdata.mdb");
   }
-  return ScreenPriceFiles(s.config.StockFilePath, rows, c, progress);
+  return ScreenPriceFiles(s.config.StockFilePath, rows, c, progress, runs::ListJobs(s.config));
 }
 
 std::filesystem::path SaveScreenList(const runs::Session& s, const std::string& name,
