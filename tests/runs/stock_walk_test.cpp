@@ -20,6 +20,7 @@
 #include "halvard/runs/scan_commands.h"
 #include "halvard/runs/scans.h"
 #include "halvard/runs/session.h"
+#include "halvard/runs/walk_forward.h"
 #include "test_support.h"
 
 namespace halvard::runs {
@@ -88,6 +89,14 @@ std::vector<std::pair<std::string, Run>> ListCommands() {
     ParseRsLevels("10,5,-5", batch.levels);
     batch.RunBatch({.corvane = false, .pyramidingBoxes = true, .positiveRS = false});
     return batch.text() + "traded:\n" + batch.tradedList();
+  });
+  runs.emplace_back("batch --walk-forward", [](Session& s) {
+    platform::NoProgress quiet;
+    WalkForwardReport batch(s, quiet);
+    ParseStopLossLevels("0.125,0.625,0.5", batch.levels);
+    ParseRsLevels("5,10,5", batch.levels);
+    batch.WalkForward({.corvane = true, .pyramidingBoxes = true, .positiveRS = true}, 2);
+    return batch.text();
   });
   return runs;
 }
