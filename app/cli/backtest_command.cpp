@@ -1,10 +1,12 @@
-// halvard backtest SYMBOL [--signal]: the backtest of the shown symbol, as the "m" key runs it
-// ("g" with --signal), printed as the log pane shows it.
+// halvard backtest SYMBOL [--signal] [--json]: the backtest of the shown symbol, as the "m" key
+// runs it ("g" with --signal), printed as the log pane shows it (or as one JSON document).
 
 #include <iostream>
 
 #include "commands.h"
 #include "halvard/error.h"
+#include "halvard/runs/report_json.h"
+#include "json_output.h"
 
 namespace halvard::cli {
 namespace {
@@ -12,14 +14,19 @@ namespace {
 struct BacktestArgs {
   std::string symbol;
   bool signal = false;
+  bool json = false;
 };
 
 void Run(const GlobalOptions& options, const BacktestArgs& args) {
   const auto session = OpenSession(options, StartMode::kFull);
   ShowSymbolOrFail(*session, args.symbol);
   session->ShowView();
-  session->BacktestShown(args.signal);
-  std::cout << WithLineFeeds(session->log().text());
+  const int code = session->BacktestShown(args.signal);
+  if (args.json) {
+    PrintJson(runs::BacktestJson(*session, args.signal, code));
+  } else {
+    std::cout << WithLineFeeds(session->log().text());
+  }
 }
 
 }  // namespace
@@ -30,6 +37,7 @@ void AddBacktestCommand(Command& program, const GlobalOptions& options) {
   command.Add("SYMBOL", args->symbol, "The symbol (its price file is SYMBOL.txt)").Required();
   command.Flag("--signal", args->signal,
                "Signal mode: stop at the first buy or stop-loss signal instead of trading");
+  AddJsonFlag(command, args->json);
   command.OnRun([&options, args] { Run(options, *args); });
 }
 

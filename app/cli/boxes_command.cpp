@@ -28,7 +28,7 @@ std::string Day(const StockView& v, int day) {
   return date + " (day " + std::to_string(day) + ")";
 }
 
-void PrintJson(const StockView& v) {
+void PrintBoxesJson(const StockView& v) {
   nlohmann::ordered_json out;
   out["symbol"] = v.stockSymbol;
   out["barCount"] = v.barCount;
@@ -92,7 +92,7 @@ void Run(const GlobalOptions& options, const BoxesArgs& args) {
   engine::SetViewDays(v, engine::ViewDayCount(view));
   engine::ComputeBoxes(v, false);
   if (args.json) {
-    PrintJson(v);
+    PrintBoxesJson(v);
   } else {
     PrintText(v, view);
   }

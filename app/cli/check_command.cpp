@@ -1,12 +1,14 @@
-// halvard check [--list NAME...] [--fix]: reads every price file of the stock files folder (or
-// of the lists' symbols) and the index file as the loader does, prints one line a problem and a
+// halvard check [--list NAME...] [--fix] [--json]: reads every price file of the stock files folder
+// (or of the lists' symbols) and the index file as the loader does, prints one line a problem and a
 // summary, and exits 1 when a file does not load. --fix rewrites what it can make load.
 
 #include <iostream>
 
 #include "commands.h"
 #include "halvard/data/price_check.h"
+#include "halvard/runs/report_json.h"
 #include "halvard/runs/stock_walk.h"
+#include "json_output.h"
 #include "terminal_progress.h"
 
 namespace halvard::cli {
@@ -15,6 +17,7 @@ namespace {
 struct CheckArgs {
   std::vector<std::string> lists;
   bool fix = false;
+  bool json = false;
 };
 
 void Run(const GlobalOptions& options, const CheckArgs& args) {
@@ -26,7 +29,11 @@ void Run(const GlobalOptions& options, const CheckArgs& args) {
   TerminalProgress progress;
   const auto checked = data::CheckPriceFiles(config.StockFilePath, names, args.fix, progress,
                                              runs::ListJobs(config));
-  std::cout << WithLineFeeds(data::CheckReportText(checked)) << std::flush;
+  if (args.json) {
+    PrintJson(runs::CheckJson(checked));
+  } else {
+    std::cout << WithLineFeeds(data::CheckReportText(checked)) << std::flush;
+  }
   if (progress.Cancelled())
     throw Interrupted{args.fix ? "the files fixed so far are kept" : "nothing was changed"};
   if (!data::AllLoad(checked)) throw Failed{};
@@ -43,6 +50,7 @@ void AddCheckCommand(Command& program, const GlobalOptions& options) {
                "Trim over-long files to their newest 1001 days and rewrite their line ends, "
                "where that makes them load");
   AddJobsOption(command, options);
+  AddJsonFlag(command, args->json);
   command.OnRun([&options, args] { Run(options, *args); });
 }
 

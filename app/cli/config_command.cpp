@@ -1,10 +1,12 @@
-// halvard config show | get SECTION NAME | set SECTION NAME TEXT
+// halvard config show [--json] | get SECTION NAME | set SECTION NAME TEXT
 
 #include <iostream>
 
 #include "commands.h"
 #include "halvard/platform/files.h"
+#include "halvard/runs/report_json.h"
 #include "halvard/settings/services.h"
+#include "json_output.h"
 
 namespace halvard::cli {
 namespace {
@@ -13,6 +15,7 @@ struct ConfigArgs {
   std::string section;
   std::string name;
   std::string text;
+  bool json = false;
 };
 
 bool IsServices(const std::string& section) {
@@ -39,12 +42,19 @@ void AddConfigCommand(Command& program, const GlobalOptions& options) {
   auto args = std::make_shared<ConfigArgs>();
 
   auto show = config.Subcommand("show", "Every setting as Section/Value Name=text");
-  show.OnRun([&options] {
+  AddJsonFlag(show, args->json);
+  show.OnRun([&options, args] {
     const auto session = OpenSession(options, StartMode::kSettingsOnly);
-    for (const auto& s : settings::SettingsAsText(session->config)) {
+    const auto values = settings::SettingsAsText(session->config);
+    const auto services = settings::ServiceSettingsAsText(StoredServices(*session));
+    if (args->json) {
+      PrintJson(runs::SettingsJson(values, services));
+      return;
+    }
+    for (const auto& s : values) {
       std::cout << s.section << "/" << s.name << "=" << s.text << "\n";
     }
-    for (const auto& s : settings::ServiceSettingsAsText(StoredServices(*session))) {
+    for (const auto& s : services) {
       std::cout << settings::kServicesSection << "/" << s.name << "=" << s.text << "\n";
     }
   });

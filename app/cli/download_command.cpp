@@ -1,5 +1,5 @@
-// halvard download SYMBOL... | --list NAME... [--from M/d/yyyy] [--to M/d/yyyy] [--skip-existing]:
-// price histories into the stock files folder, as the download window fetches them.
+// halvard download SYMBOL... | --list NAME... [--from M/d/yyyy] [--to M/d/yyyy] [--skip-existing]
+// [--json]: price histories into the stock files folder, as the download window fetches them.
 
 #include <iostream>
 
@@ -9,6 +9,8 @@
 #include "halvard/platform/clock.h"
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/message_text.h"
+#include "halvard/runs/report_json.h"
+#include "json_output.h"
 
 namespace halvard::cli {
 namespace {
@@ -19,6 +21,7 @@ struct DownloadArgs {
   std::string from;
   std::string to;
   bool skipExisting = false;
+  bool json = false;
 };
 
 double DateOption(const std::string& text, const char* option, double otherwise) {
@@ -32,20 +35,23 @@ double DateOption(const std::string& text, const char* option, double otherwise)
   return *date;
 }
 
-// The download button for each list in turn: the log entries, the list, the answer.
+// The download button for each list in turn: the log entries, the list, the answer (on stdout
+// when done, unless the answers go into the JSON document).
 bool DownloadLists(DownloadContext& c, const std::vector<std::string>& lists,
-                   const runs::DownloadRequest& request) {
+                   const runs::DownloadRequest& request, bool json,
+                   std::vector<runs::ListDownload>& ended) {
   const auto paths = ExistingLists(c.session->config, lists);
   bool all = true;
   for (size_t i = 0; i < paths.size(); ++i) {
     const auto answer = c.downloads.DownloadList(lists[i], paths[i], request);
     if (!answer) throw Interrupted{kDownloadsKept};
-    if (answer->done) {
-      std::cout << answer->text() << "\n" << std::flush;
-    } else {
+    if (!answer->done) {
       std::cerr << WithLineFeeds(answer->text());
+    } else if (!json) {
+      std::cout << answer->text() << "\n" << std::flush;
     }
     all &= answer->done;
+    ended.push_back({lists[i], *answer});
   }
   return all;
 }
@@ -60,10 +66,15 @@ void Run(const GlobalOptions& options, const DownloadArgs& args) {
   if (from > to) throw UsageError("--from is later than --to");
   DownloadContext context(options);
   const runs::DownloadRequest request{from, to, args.skipExisting};
-  const bool all = args.lists.empty() ? context.downloads.DownloadSymbols(args.symbols, request)
-                                      : DownloadLists(context, args.lists, request);
+  std::vector<runs::ListDownload> lists;
+  const bool all = args.lists.empty()
+                       ? context.downloads.DownloadSymbols(args.symbols, request)
+                       : DownloadLists(context, args.lists, request, args.json, lists);
   if (context.progress.Cancelled()) throw Interrupted{kDownloadsKept};
   context.ReportServed();
+  if (args.json) {
+    PrintJson(runs::DownloadJson(request, context.downloads.downloader().outcomes(), lists));
+  }
   if (!all) throw Failed{};
 }
 
@@ -80,6 +91,7 @@ void AddDownloadCommand(Command& program, const GlobalOptions& options) {
   command.Add("--from", args->from, "The first day (M/d/yyyy); default a year before --to");
   command.Add("--to", args->to, "The last day (M/d/yyyy); default today");
   AddSkipExisting(command, args->skipExisting);
+  AddJsonFlag(command, args->json);
   command.OnRun([&options, args] { Run(options, *args); });
 }
 

@@ -1,8 +1,8 @@
 // The fundamentals of the command line:
-//   halvard info SYMBOL          the information page of a symbol
+//   halvard info SYMBOL [--json] the information page of a symbol
 //   halvard company-data         "Download Company Data" over every price file
 //   halvard eps-data             the EPS lines of every price file into eps.dat
-//   halvard rank rs|eps          "Compute RS Rank" / "Compute EPS Rank"
+//   halvard rank rs|eps [--json] "Compute RS Rank" / "Compute EPS Rank"
 
 #include <unistd.h>
 
@@ -11,19 +11,25 @@
 #include "commands.h"
 #include "halvard/fundamentals/fundamentals_source.h"
 #include "halvard/runs/fundamentals_commands.h"
+#include "halvard/runs/report_json.h"
 #include "halvard/runs/stock_info.h"
+#include "json_output.h"
 #include "terminal_progress.h"
 
 namespace halvard::cli {
 namespace {
 
-void RunInfo(const GlobalOptions& options, const std::string& symbol) {
+void RunInfo(const GlobalOptions& options, const std::string& symbol, bool json) {
   const auto session = OpenSession(options, StartMode::kFull);
   const auto info = runs::ReadStockInfo(*session, symbol);
   if (!info) {
     throw Error("the stock database in " + session->config.IncFilePath + " could not be opened");
   }
-  std::cout << WithLineFeeds(runs::StockInfoText(*info)) << std::flush;
+  if (json) {
+    PrintJson(runs::StockInfoJson(symbol, *info));
+  } else {
+    std::cout << WithLineFeeds(runs::StockInfoText(*info)) << std::flush;
+  }
 }
 
 // The SEC asks every client for a contact. A user at a terminal is asked for it once, and it is
@@ -58,27 +64,30 @@ void RunDownload(const GlobalOptions& options, const char* kept, Download downlo
   if (progress.Cancelled()) throw Interrupted{kept};
 }
 
-void RunRank(const GlobalOptions& options, const std::string& which) {
+void RunRank(const GlobalOptions& options, const std::string& which, bool json) {
   const auto session = OpenSession(options, StartMode::kFull);
   TerminalProgress progress;
+  std::vector<std::string> skipped;
   if (which == "eps") {
     runs::ComputeEPSRankCommand(*session, progress);
   } else {
-    for (const std::string& skipped : runs::ComputeRSRankCommand(*session, progress)) {
-      std::cerr << "halvard: skipped " << skipped << "\n";
-    }
+    skipped = runs::ComputeRSRankCommand(*session, progress);
+    for (const std::string& file : skipped) std::cerr << "halvard: skipped " << file << "\n";
   }
   if (progress.Cancelled()) throw Interrupted{"the figures computed so far are stored"};
+  if (json) PrintJson(runs::RankJson(which, skipped));
 }
 
 }  // namespace
 
 void AddFundamentalsCommands(Command& program, const GlobalOptions& options) {
   auto symbol = std::make_shared<std::string>();
+  auto infoJson = std::make_shared<bool>(false);
   auto info = program.Subcommand(
       "info", "Print the company data and ranks of a symbol from the stock database");
   info.Add("SYMBOL", *symbol, "The symbol").Required();
-  info.OnRun([&options, symbol] { RunInfo(options, *symbol); });
+  AddJsonFlag(info, *infoJson);
+  info.OnRun([&options, symbol, infoJson] { RunInfo(options, *symbol, *infoJson); });
 
   program
       .Subcommand("company-data",
@@ -105,10 +114,12 @@ void AddFundamentalsCommands(Command& program, const GlobalOptions& options) {
       });
 
   auto which = std::make_shared<std::string>();
+  auto rankJson = std::make_shared<bool>(false);
   auto rank = program.Subcommand(
       "rank", "Compute the RS averages and RS ranks (rs) or the EPS ranks (eps) of the stocks");
   rank.Add("WHICH", *which, "rs or eps").Required().OneOf({"rs", "eps"});
-  rank.OnRun([&options, which] { RunRank(options, *which); });
+  AddJsonFlag(rank, *rankJson);
+  rank.OnRun([&options, which, rankJson] { RunRank(options, *which, *rankJson); });
 }
 
 }  // namespace halvard::cli

@@ -1,13 +1,15 @@
-// halvard scan KIND [--list NAME] [--save [LIST]]: one of the scans over a watch list, or one of
-// the rank scans over the stock database; prints the symbols that passed, one a line, and with
-// --save writes them as a watch list.
+// halvard scan KIND [--list NAME] [--save [LIST]] [--json]: one of the scans over a watch list, or
+// one of the rank scans over the stock database; prints the symbols that passed, one a line (or
+// as one JSON document), and with --save writes them as a watch list.
 
 #include <iostream>
 
 #include "commands.h"
 #include "halvard/data/watch_list.h"
+#include "halvard/runs/report_json.h"
 #include "halvard/runs/scan_commands.h"
 #include "halvard/runs/scans.h"
+#include "json_output.h"
 #include "terminal_progress.h"
 
 namespace halvard::cli {
@@ -17,6 +19,7 @@ struct ScanArgs {
   std::string kind;
   std::string list;
   std::string saveAs;
+  bool json = false;
 };
 
 void Run(const GlobalOptions& options, const ScanArgs& args, bool save) {
@@ -32,7 +35,13 @@ void Run(const GlobalOptions& options, const ScanArgs& args, bool save) {
   {
     TerminalProgress progress;
     RunThenPrint([&] { scan.run(*session, progress); },
-                 [&] { std::cout << WithLineFeeds(session->resultText) << std::flush; });
+                 [&] {
+                   if (args.json) {
+                     PrintJson(runs::ScanJson(scan, *session));
+                   } else {
+                     std::cout << WithLineFeeds(session->resultText) << std::flush;
+                   }
+                 });
     if (progress.Cancelled()) throw Interrupted{};
   }
   if (!save) return;
@@ -63,6 +72,7 @@ void AddScanCommand(Command& program, const GlobalOptions& options) {
                            names + ")")
                   .ValueOptional();
   AddJobsOption(command, options);
+  AddJsonFlag(command, args->json);
   command.OnRun([&options, args, save] { Run(options, *args, save.Given()); });
 }
 

@@ -1,13 +1,16 @@
-// halvard screen [--local] [criteria...] [--save NAME]: the stock screener. Prints the symbols
-// found, one a line; --save writes them as a watch list. One option per criterion, made from
-// the criteria table so the options and the query never drift apart.
+// halvard screen [--local] [criteria...] [--save NAME] [--json]: the stock screener. Prints the
+// symbols found, one a line (or as one JSON document); --save writes them as a watch list. One
+// option per criterion, made from the criteria table so the options and the query never drift
+// apart.
 
 #include <iostream>
 
 #include "commands.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/runs/report_json.h"
 #include "halvard/screener/criteria_table.h"
 #include "halvard/screener/screener.h"
+#include "json_output.h"
 #include "terminal_progress.h"
 
 namespace halvard::cli {
@@ -17,6 +20,7 @@ struct ScreenArgs {
   screener::ScreenCriteria criteria;
   bool local = false;
   std::string saveAs;
+  bool json = false;
 };
 
 std::string Joined(const std::vector<std::string>& labels) {
@@ -39,8 +43,12 @@ void Run(const GlobalOptions& options, const ScreenArgs& args, bool save) {
     TerminalProgress progress;
     result = args.local ? screener::ScreenLocally(*session, args.criteria, progress)
                         : screener::ScreenWithService(services, args.criteria, progress);
-    for (const std::string& symbol : result.symbols) std::cout << symbol << "\n";
-    std::cout << std::flush;
+    if (args.json) {
+      PrintJson(runs::ScreenJson(result));
+    } else {
+      for (const std::string& symbol : result.symbols) std::cout << symbol << "\n";
+      std::cout << std::flush;
+    }
     for (const std::string& skipped : result.skipped) {
       std::cerr << "halvard: skipped " << skipped << "\n";
     }
@@ -93,6 +101,7 @@ void AddScreenCommand(Command& program, const GlobalOptions& options) {
                        "the watch-list folder)")
                   .ValueName("NAME");
   AddJobsOption(command, options);
+  AddJsonFlag(command, args->json);
   command.OnRun([&options, args, save] { Run(options, *args, save.Given()); });
 }
 

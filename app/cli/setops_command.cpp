@@ -5,7 +5,9 @@
 
 #include "commands.h"
 #include "halvard/error.h"
+#include "halvard/runs/report_json.h"
 #include "halvard/tools/boolean_db.h"
+#include "json_output.h"
 
 namespace halvard::cli {
 namespace {
@@ -19,6 +21,7 @@ const std::vector<std::string> kOperations = {"union", "intersect", "difference"
 struct SetOpsArgs {
   SetOpRecord record;
   int number = 0;  // a record counted from 1
+  bool json = false;
 };
 
 fs::path ListFolder(const GlobalOptions& options) {
@@ -79,12 +82,20 @@ void AddSetOpsCommand(Command& program, const GlobalOptions& options) {
   apply.OnRun(
       [&options, args] { Ran(args->record, tools::RunCurr(ListFolder(options), args->record)); });
 
-  setops.Subcommand("list", "The saved combinations, numbered from 1").OnRun([&options] {
+  auto list = setops.Subcommand("list", "The saved combinations, numbered from 1");
+  AddJsonFlag(list, args->json);
+  list.OnRun([&options, args] {
     OpenDB o(options, false);
+    std::vector<SetOpRecord> records;
     for (int k = 1; k <= o.db.count(); ++k) {
       o.db.setPosition(k - 1);
-      Show(k, Current(o.db));
+      records.push_back(Current(o.db));
     }
+    if (args->json) {
+      PrintJson(runs::SetOpsJson(records));
+      return;
+    }
+    for (size_t k = 0; k < records.size(); ++k) Show(static_cast<int>(k) + 1, records[k]);
   });
 
   auto add = setops.Subcommand("add", "Save a combination");

@@ -9,8 +9,10 @@
 #include "halvard/error.h"
 #include "halvard/runs/live_json.h"
 #include "halvard/runs/live_report.h"
+#include "halvard/runs/report_json.h"
 #include "halvard/runs/report_text.h"
 #include "halvard/runs/walk_forward.h"
+#include "json_output.h"
 #include "sweep_options.h"
 #include "terminal_progress.h"
 
@@ -24,8 +26,14 @@ struct SweepArgs {
   std::string saveInc;
   bool separate = false;  // batch only
   int walkForward = 0;    // batch only: the folds, 0 for the sweep
-  bool json = false;      // live only
+  bool json = false;
 };
+
+// The batch's document, or the walk-forward's when one ran.
+runs::JsonDocument BatchDocument(const runs::WalkForwardReport& report) {
+  if (report.walkForwardResult()) return runs::WalkForwardJson(*report.walkForwardResult());
+  return runs::BatchJson(report.result());
+}
 
 void AddSweepOptions(Command& command, SweepArgs& args, std::string_view incHelp) {
   command.Add("--list", args.list, "The watch list to run (NAME or NAME.inc)").Required();
@@ -95,6 +103,7 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
            "each span from the 2nd on with the levels most profitable on the spans before it")
       .InRange(1, runs::kMaxFolds)
       .ValueName("K");
+  AddJsonFlag(command, args->json);
   command.OnRun([&options, args] {
     if (args->separate && args->walkForward > 0) {
       throw UsageError("--separate and --walk-forward are two different runs: choose one");
@@ -110,7 +119,9 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
             r.GoCommand(args->sweep.switches);
           }
         },
-        [](const runs::WalkForwardReport& r) { return WithLineFeeds(r.text()); },
+        [&](const runs::WalkForwardReport& r) {
+          return args->json ? runs::JsonText(BatchDocument(r)) + "\n" : WithLineFeeds(r.text());
+        },
         [](const runs::WalkForwardReport& r) { return r.tradedList(); });
   });
 }

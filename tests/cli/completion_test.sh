@@ -56,9 +56,9 @@ zshcheck() {
 }
 if command -v zsh >/dev/null; then
   zshcheck "show get set" halvard --config settings.ini config s
-  zshcheck "--help --jobs --list --save -h" halvard scan --li
+  zshcheck "--help --jobs --json --list --save -h" halvard scan --li
   zshcheck "FILES" halvard chart AMD -o ch
-  zshcheck "--corvane --help --jobs --list --pyramiding --rs --rs-days --save-inc --save-results --separate --stoploss --walk-forward -h" \
+  zshcheck "--corvane --help --jobs --json --list --pyramiding --rs --rs-days --save-inc --save-results --separate --stoploss --walk-forward -h" \
     halvard batch --list scan --se
 fi
 

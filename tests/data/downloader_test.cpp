@@ -230,6 +230,15 @@ TEST(Downloader, AListGoesOnPastAFailedSymbol) {
   EXPECT_EQ(rig.log.entries()[1],
             (MemoryEventLog::Entry{EventType::kError, "Failed to download NOPE"}));
 
+  // Each symbol's outcome in the order asked, with why the failed one failed.
+  ASSERT_EQ(rig.downloader.outcomes().size(), 3u);
+  EXPECT_EQ(rig.downloader.outcomes()[0].symbol, "GOOG");
+  EXPECT_EQ(rig.downloader.outcomes()[0].failure, "");
+  EXPECT_EQ(rig.downloader.outcomes()[1].symbol, "NOPE");
+  EXPECT_EQ(rig.downloader.outcomes()[1].failure,
+            "HTTP status 404 (Not Found): \"No such symbol\\n\"");
+  EXPECT_EQ(rig.downloader.outcomes()[2].failure, "");
+
   // The next list starts with a clean error text.
   WriteText(rig.stocks / "one.inc", "GOOG\r\n");
   rig.Serve({{200, test::GenuineAnswer("table-goog-2011.csv")}});

@@ -101,6 +101,15 @@ TEST_F(BacktestTest, NewBoxesRaiseTheStopLossAndASecondBuyUsesUpTheCapital) {
                        "Sold 663 at 14.375 on 3/26/2024\r\n"
                        "Profit/Loss = (454.25)$\r\n" +
                        kNoMorePairs);
+  // The buys and the sale, as values beside the log.
+  ASSERT_EQ(tester_.fills.size(), 3u);
+  EXPECT_EQ(platform::FormatShortDate(tester_.fills[1].date), "3/19/2024");
+  EXPECT_TRUE(tester_.fills[1].bought);
+  EXPECT_EQ(tester_.fills[1].shares, 310);
+  EXPECT_EQ(tester_.fills[1].price, 16.125);
+  EXPECT_FALSE(tester_.fills[2].bought);
+  EXPECT_EQ(tester_.fills[2].shares, 663);
+  EXPECT_EQ(tester_.fills[2].price, 14.375);
   // A new box with a lower bottom never lowers the stop loss.
   auto days = FourBoxes();
   days[20].low = 11.9;

@@ -30,6 +30,45 @@ TEST_F(BatchReportTest, TheNestedSweepMatchesTheHandWrittenReportAndATieKeepsThe
   EXPECT_EQ(batch.tradedList(), "CORV\r\nFOUR\r\nCORV\r\nFOUR\r\nCORV\r\nFOUR\r\nCORV\r\nFOUR\r\n");
 }
 
+TEST_F(BatchReportTest, TheResultHoldsEveryStepsRowsAndSummaryAndTheBestCombination) {
+  ThreeSymbols();
+  batch.GoCommand(corvaneAndBoxes);
+  const BatchResult& r = batch.result();
+  EXPECT_EQ(r.list, "three");
+  ASSERT_EQ(r.sweeps.size(), 1u);
+  const BatchSweep& sweep = r.sweeps[0];
+  EXPECT_EQ(sweep.varies, "both");
+  ASSERT_EQ(sweep.steps.size(), 4u);
+  // Stop loss outer, RS days inner, as the steps of the text run.
+  EXPECT_EQ(sweep.steps[1].stopLoss, 0.125);
+  EXPECT_EQ(sweep.steps[1].rsDays, 12);
+  EXPECT_EQ(sweep.steps[2].stopLoss, 0.25);
+  EXPECT_EQ(sweep.steps[2].rsDays, 10);
+  const BatchStep& first = sweep.steps[0];
+  ASSERT_EQ(first.rows.size(), 3u);
+  EXPECT_EQ(first.rows[0].symbol, "CORV");
+  EXPECT_EQ(first.rows[0].catalyst, "Corvane");
+  EXPECT_EQ(first.rows[0].trades, 1);
+  EXPECT_EQ(first.rows[0].profit, 1662.5);
+  EXPECT_EQ(first.rows[0].status, "Open");
+  EXPECT_EQ(first.rows[1].symbol, "GONE");
+  EXPECT_FALSE(first.rows[1].trades.has_value());
+  EXPECT_EQ(first.rows[1].status, "Error opening stock file");
+  EXPECT_EQ(first.rows[2].profit, -454.25);
+  EXPECT_EQ(first.rows[2].status, "Completed");
+  EXPECT_EQ(first.profitMakingStocks, 1);
+  EXPECT_EQ(first.lossMakingStocks, 1);
+  EXPECT_EQ(first.totalTrades, 4);
+  EXPECT_EQ(first.totalProfit, 1208.25);
+  EXPECT_TRUE(first.finished);
+  EXPECT_EQ(sweep.steps[3].rows[2].profit, -537.125);
+  // A tie keeps the first combination.
+  EXPECT_TRUE(sweep.finished);
+  EXPECT_EQ(sweep.maximumProfit, 1208.25);
+  EXPECT_EQ(sweep.bestStopLoss, 0.125);
+  EXPECT_EQ(sweep.bestRsDays, 10);
+}
+
 TEST_F(BatchReportTest, TheSeparateSweepsRunTheRsDaysWithTheLastStopLoss) {
   ThreeSymbols();
   batch.RunBatch(corvaneAndBoxes);
@@ -44,6 +83,15 @@ TEST_F(BatchReportTest, TheSeparateSweepsRunTheRsDaysWithTheLastStopLoss) {
       << text;
   EXPECT_EQ(text.substr(text.rfind("Maximum")),
             "Maximum profit = 1125.375 with 10 days RS setting.\r\n");
+  const auto& sweeps = batch.result().sweeps;
+  ASSERT_EQ(sweeps.size(), 2u);
+  EXPECT_EQ(sweeps[0].varies, "stopLoss");
+  EXPECT_EQ(sweeps[0].bestStopLoss, 0.125);
+  EXPECT_FALSE(sweeps[0].bestRsDays.has_value());
+  EXPECT_EQ(sweeps[1].varies, "rsDays");
+  EXPECT_EQ(sweeps[1].maximumProfit, 1125.375);
+  EXPECT_EQ(sweeps[1].bestRsDays, 10);
+  EXPECT_EQ(sweeps[1].steps[0].stopLoss, 0.25);  // the last stop loss of the first sweep
 }
 
 TEST_F(BatchReportTest, ABatchOfMissingFilesReportsNothingMadeAndAMaximumOfZero) {

@@ -68,6 +68,7 @@ TEST(PriceDownloads, AListOpensAndClosesInTheEventLogWithItsAnswer) {
   ASSERT_TRUE(failed);
   EXPECT_FALSE(failed->done);
   EXPECT_EQ(failed->text(), "Error downloading inc list - Failed to download BAD\r\n");
+  EXPECT_EQ(failed->failedSymbols, std::vector<std::string>{"BAD"});
   EXPECT_EQ(rig.progress.steps, "GOOG BAD ORCL ");
   EXPECT_EQ(rig.ListEntries(),
             (std::vector<MemoryEventLog::Entry>{
@@ -78,6 +79,7 @@ TEST(PriceDownloads, AListOpensAndClosesInTheEventLogWithItsAnswer) {
   ASSERT_TRUE(done);
   EXPECT_TRUE(done->done);
   EXPECT_EQ(done->text(), "Inc List Successfully download");
+  EXPECT_TRUE(done->failedSymbols.empty());  // only this list's symbols
   EXPECT_EQ(rig.ListEntries().back(),
             (MemoryEventLog::Entry{EventType::kInformation, "Done Downloading WatchList : one"}));
 }

@@ -171,6 +171,21 @@ TEST_F(WalkForwardTest, AShortHistoryIsSkippedAndNamedAndTheSettingsStayAsTheyWe
             std::string::npos)
       << text;
   EXPECT_NE(text.find("2\t2\t10\t712.50\t-29.50\r\n"), std::string::npos) << text;
+  // The same, as values.
+  const WalkForwardResult& r = *walk.walkForwardResult();
+  EXPECT_EQ(r.missing, std::vector<std::string>{"GONE"});
+  ASSERT_EQ(r.skipped.size(), 1u);
+  EXPECT_EQ(r.skipped[0].symbol, "SHORT");
+  EXPECT_EQ(r.skipped[0].days, 68);
+  EXPECT_EQ(r.skipped[0].spanDays, 22);
+  EXPECT_TRUE(r.finished);
+  EXPECT_EQ(r.symbolsTested, 1);
+  ASSERT_EQ(r.foldRows.size(), 2u);
+  EXPECT_EQ(r.foldRows[1].fold, 2);
+  EXPECT_EQ(r.foldRows[1].stopLoss, 2);
+  EXPECT_EQ(r.foldRows[1].rsDays, 10);
+  EXPECT_EQ(r.foldRows[1].inSample, 712.5);
+  EXPECT_EQ(r.foldRows[1].outOfSample, -29.5);
   EXPECT_EQ(s.config.stopLossLimit, 1.25);
   EXPECT_EQ(s.config.rsDayCurr, 7);
   EXPECT_EQ(walk.tradedList(), "");

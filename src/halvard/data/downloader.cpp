@@ -47,6 +47,7 @@ Downloader::Downloader(fs::path stockFolder, PriceSource& source, platform::Even
       notice_(notice ? std::move(notice) : [](const std::string&) {}) {}
 
 bool Downloader::Fail(const std::string& symbol, const std::string& why) {
+  lastFailure_ = why;
   notice_("Failed to download " + symbol + ": " + why);
   return false;
 }
@@ -110,7 +111,10 @@ bool Downloader::EachSymbol(const std::vector<std::string>& symbols, double star
   for (int i = 0; i < total && !progress.Cancelled(); ++i) {
     progress.Step(i, total, symbols[i]);
     // A symbol the user stopped is not a failure: nothing is said of it.
-    if (!DownloadSymbol(symbols[i], startDate, endDate, skipExisting) && !progress.Cancelled()) {
+    const bool stored = DownloadSymbol(symbols[i], startDate, endDate, skipExisting);
+    if (progress.Cancelled()) break;
+    outcomes_.push_back({symbols[i], stored ? std::string() : lastFailure_});
+    if (!stored) {
       all = false;
       failed(symbols[i]);
     }

@@ -46,6 +46,14 @@ class Downloader {
   bool DownloadList(const std::filesystem::path& listPath, double startDate, double endDate,
                     bool skipExisting, platform::Progress& progress);
 
+  // How each symbol of DownloadSymbols and DownloadList ended since this downloader was made, in
+  // the order asked (a symbol stopped by a cancel is not among them).
+  struct Outcome {
+    std::string symbol;
+    std::string failure;  // why it failed, as the notice says; empty when stored or skipped
+  };
+  const std::vector<Outcome>& outcomes() const { return outcomes_; }
+
   // The failures of the last DownloadList.
   const std::string& errorText() const { return errorText_; }
 
@@ -67,6 +75,8 @@ class Downloader {
   platform::EventLog& log_;
   Notice notice_;
   std::string errorText_;
+  std::string lastFailure_;
+  std::vector<Outcome> outcomes_;
   std::vector<std::pair<std::string, int>> served_;
 };
 

@@ -33,6 +33,7 @@ int BackTester::Backtest(const BacktestOptions& options) {
   lastStopBuy = 0;
   lastStopLoss = 0;
   exitCount = 0;
+  fills.clear();
 
   const auto& [partOfListRun, signalMode, tryCorvanes, tryBoxes, rsEnabled] = options;
   if (!partOfListRun) AppendLog(config_.buyMode == 1 ? "Buy Mode = BoxTops" : "Buy Mode = Bounce");
@@ -44,6 +45,7 @@ int BackTester::Backtest(const BacktestOptions& options) {
     TryBoxes(signalMode, rsEnabled);
     code = config_.useUnusualVolume ? 1 : 3;
   }
+  resultCode = code;
   if (partOfListRun && !signalMode) WriteResultRow(code);
   return code;
 }
@@ -122,18 +124,18 @@ bool BackTester::RSCheck(int day, bool enabled) const {
   return v_.rsLine[day] - v_.rsLine[day + n] > 0 && day + n < v_.barCount;
 }
 
-void BackTester::WriteResultRow(int code) {
-  std::string status;
-  if (sharesHeld >= 1) {
-    status = "Open";
-  } else if (tradeCount != 0) {
-    status = amountReturned - amountInvested < 0 && exitCount == 2 ? "Burnt" : "Completed";
-  } else {
-    status = "No Trades";
+std::string BackTester::ResultStatus() const {
+  if (sharesHeld >= 1) return "Open";
+  if (tradeCount != 0) {
+    return amountReturned - amountInvested < 0 && exitCount == 2 ? "Burnt" : "Completed";
   }
+  return "No Trades";
+}
+
+void BackTester::WriteResultRow(int code) {
   results_->Append(v_.stockSymbol + "\t" + (code == 2 ? "Corvane\t\t" : "Pyramiding Boxes\t") +
                    std::to_string(tradeCount) + "\t" + platform::FormatMoney(totalProfit) +
-                   "$\t\t" + status + "\t\r\n");
+                   "$\t\t" + ResultStatus() + "\t\r\n");
   AddToTotals();
 }
 
@@ -150,7 +152,7 @@ void BackTester::AddToTotals() {
 
 BackTester::RunState BackTester::runState() const {
   return {totalProfit, amountInvested, amountReturned, buyArmedDate, lastStopBuy, lastStopLoss,
-          sharesHeld,  tradeCount,     exitCount,      buyArmed,     stopLossHit};
+          sharesHeld,  tradeCount,     exitCount,      resultCode,   buyArmed,    stopLossHit};
 }
 
 void BackTester::SetRunState(const RunState& r) {
@@ -161,6 +163,7 @@ void BackTester::SetRunState(const RunState& r) {
   lastStopBuy = r.lastStopBuy;
   lastStopLoss = r.lastStopLoss;
   sharesHeld = r.sharesHeld;
+  resultCode = r.resultCode;
   tradeCount = r.tradeCount;
   exitCount = r.exitCount;
   buyArmed = r.buyArmed;

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "halvard/engine/stock_view.h"
 #include "halvard/platform/text_sink.h"
@@ -21,6 +22,14 @@ struct BacktestOptions {
   bool tryCorvanes = false;    // trade from the first box after the first corvane
   bool tryBoxes = false;       // when no corvane traded: the pyramiding boxes
   bool rsEnabled = false;      // buy only while the RS line rises
+};
+
+// A buy or a sale of the trade log ("Bought 347 at 28.82 on 1/3/2017").
+struct Fill {
+  double date = 0;
+  bool bought = false;  // else sold
+  int64_t shares = 0;
+  double price = 0;
 };
 
 class BackTester {
@@ -64,6 +73,10 @@ class BackTester {
 
   void AppendLog(std::string_view text);
   void WriteResultRow(int code);
+  // The result row's status of the last backtest: "Open" (shares held), "Burnt" (a second exit
+  // at a loss), "Completed" or "No Trades".
+  std::string ResultStatus() const;
+
   // The last backtest's profit and trades added to the totals, as its result row does.
   void AddToTotals();
 
@@ -72,13 +85,14 @@ class BackTester {
   struct RunState {
     double totalProfit, amountInvested, amountReturned, buyArmedDate, lastStopBuy, lastStopLoss;
     int64_t sharesHeld;
-    int tradeCount, exitCount;
+    int tradeCount, exitCount, resultCode;
     bool buyArmed, stopLossHit;
   };
   RunState runState() const;
   void SetRunState(const RunState& state);
 
   // Run state, reset by every Backtest.
+  int resultCode = 0;  // what the last Backtest returned
   double totalProfit = 0;
   int tradeCount = 0;
   int64_t sharesHeld = 0;     // 64-bit: a long run of buys at a few cents adds up
@@ -90,6 +104,7 @@ class BackTester {
   double lastStopBuy = 0;
   double lastStopLoss = 0;
   int exitCount = 0;
+  std::vector<Fill> fills;  // the buys and sales, in the log's order
 
   // Set by a successful unusual-volume search and never cleared.
   bool unusualVolumeFound = false;

@@ -109,6 +109,7 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
       const auto shares = static_cast<int64_t>(std::trunc(kBuyAmount / price));
       AppendLog("Bought " + std::to_string(shares) + " at " + FormatGeneral(price) + " on " +
                 Date(i));
+      fills.push_back({v_.barDate[i], true, shares, price});
       sharesHeld += shares;
       capital -= kBuyAmount;
       amountInvested += shares * price;
@@ -162,6 +163,7 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
         if (price >= 0) {
           AppendLog("Sold " + std::to_string(sharesHeld) + " at " + FormatGeneral(price) + " on " +
                     Date(i));
+          fills.push_back({v_.barDate[i], false, sharesHeld, price});
           amountReturned += sharesHeld * price;
           sharesHeld = 0;
           ++tradeCount;

@@ -27,20 +27,43 @@ class ResultsRedirect {
 using platform::FormatFixed;
 using platform::FormatGeneral;
 
+BatchSweep& BatchReport::NewSweep(std::string varies) {
+  result_.list = s_.listName;
+  result_.buyMode = s_.config.buyMode;
+  BatchSweep& sweep = result_.sweeps.emplace_back();
+  sweep.varies = std::move(varies);
+  return sweep;
+}
+
 void BatchReport::BatchCore(const RunSwitches& switches) {
+  if (result_.sweeps.empty()) NewSweep("none");  // a batch run alone
+  BatchStep& step = result_.sweeps.back().steps.emplace_back();
+  step.stopLoss = s_.config.stopLossLimit;
+  step.rsDays = s_.config.rsDayCurr;
+  step.rsCheck = switches.positiveRS;
+  step.unusualVolume = s_.config.useUnusualVolume;
   Line(" Symbol \t Catalyst \t\t Trades \t Profit/Loss \t Status ");
   Line(std::string(kDashRule) + std::string(kDashRule));
   const engine::StockView& v = s_.view();
   engine::BackTester& tester = s_.tester();
   tester.ResetTotals();
   const ResultsRedirect rows(tester, report_);  // the engine writes each stock's table row
-  if (!ForEachStock(
-          [&] {
-            if (tester.tradeCount > 0) tradedList_ += v.stockSymbol + "\r\n";
-          },
-          {}, switches.ForListRun(false))) {
-    return;
-  }
+  const auto tested = [&] {
+    if (tester.tradeCount > 0) tradedList_ += v.stockSymbol + "\r\n";
+    step.rows.push_back({v.stockSymbol, tester.resultCode == 2 ? "Corvane" : "Pyramiding Boxes",
+                         tester.tradeCount, tester.totalProfit, tester.ResultStatus()});
+  };
+  const auto missing = [&] {
+    step.rows.push_back({v.stockSymbol, {}, {}, {}, "Error opening stock file"});
+  };
+  if (!ForEachStock(tested, missing, switches.ForListRun(false))) return;
+  step.profitMakingStocks = tester.winCount;
+  step.lossMakingStocks = tester.lossCount;
+  step.totalTrades = tester.allTrades;
+  step.profitableTrades = tester.winTotal;
+  step.losingTrades = tester.lossTotal;
+  step.totalProfit = tester.winTotal + tester.lossTotal;
+  step.finished = true;
   const settings::Config& c = s_.config;
   Line("");
   Line(kDashRule);
@@ -74,6 +97,7 @@ std::optional<double> BatchReport::Step(int k, int n, const RunSwitches& switche
 void BatchReport::GoCommand(const RunSwitches& switches) {
   const auto stopLosses = StopLossLevels(levels);
   const auto rsDays = RsLevels(levels);
+  BatchSweep& sweep = NewSweep("both");
   Line("Batch Testing " + s_.listName);
   Line("Stoploss settings starting" + StopLossRange());
   Line("RS settings starting" + RsRange());
@@ -100,11 +124,16 @@ void BatchReport::GoCommand(const RunSwitches& switches) {
   Line("Maximum profit = " + FormatGeneral(best) + " with a stoploss setting " +
        FormatGeneral(bestStopLoss) + "$ below box bottom and RS comparison at " +
        std::to_string(bestDays) + " days.");
+  sweep.maximumProfit = best;
+  sweep.bestStopLoss = bestStopLoss;
+  sweep.bestRsDays = bestDays;
+  sweep.finished = true;
 }
 
 void BatchReport::RunBatch(const RunSwitches& switches) {
   const auto stopLosses = StopLossLevels(levels);
   const auto rsDays = RsLevels(levels);
+  BatchSweep* sweep = &NewSweep("stopLoss");
   Line("Batch Testing " + s_.listName + " for stoploss settings starting" + StopLossRange());
   Line(BuyModeLine(s_.config.buyMode));
   double best = 0;
@@ -121,6 +150,11 @@ void BatchReport::RunBatch(const RunSwitches& switches) {
   }
   Line("Maximum profit = " + FormatGeneral(best) + " with a stoploss setting " +
        FormatGeneral(bestStopLoss) + "$ below box bottom.");
+  sweep->maximumProfit = best;
+  sweep->bestStopLoss = bestStopLoss;
+  sweep->finished = true;
+
+  sweep = &NewSweep("rsDays");
 
   Line("Batch Testing " + s_.listName + " for RS settings starting" + RsRange());
   Line(BuyModeLine(s_.config.buyMode));
@@ -138,6 +172,9 @@ void BatchReport::RunBatch(const RunSwitches& switches) {
   }
   Line("Maximum profit = " + FormatGeneral(best) + " with " + std::to_string(bestDays) +
        " days RS setting.");
+  sweep->maximumProfit = best;
+  sweep->bestRsDays = bestDays;
+  sweep->finished = true;
 }
 
 }  // namespace halvard::runs

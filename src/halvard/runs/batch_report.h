@@ -4,11 +4,55 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "halvard/runs/list_report.h"
 #include "halvard/runs/report_text.h"
 
 namespace halvard::runs {
+
+// One row of a batch's table: a stock the engine backtested, or one whose price file is
+// missing (no catalyst, trades or profit; status "Error opening stock file").
+struct BatchRow {
+  std::string symbol;
+  std::optional<std::string> catalyst;  // "Corvane" or "Pyramiding Boxes"
+  std::optional<int> trades;
+  std::optional<double> profit;
+  std::string status;  // "Open", "Completed", "Burnt", "No Trades"
+};
+
+// One batch over the list, at one stop loss and RS days: its table and its summary.
+struct BatchStep {
+  double stopLoss = 0;
+  int rsDays = 0;
+  bool rsCheck = false;
+  bool unusualVolume = false;
+  std::vector<BatchRow> rows;
+  int profitMakingStocks = 0;
+  int lossMakingStocks = 0;
+  int totalTrades = 0;
+  double profitableTrades = 0;
+  double losingTrades = 0;
+  double totalProfit = 0;
+  bool finished = false;  // false when the run stopped inside the batch: no summary yet
+};
+
+// A sweep's steps and its "Maximum profit" line: the levels it varied, the best of them.
+struct BatchSweep {
+  std::string varies;  // "both", "stopLoss" or "rsDays"
+  std::vector<BatchStep> steps;
+  double maximumProfit = 0;
+  std::optional<double> bestStopLoss;  // of a sweep that varies the stop loss
+  std::optional<int> bestRsDays;       // of a sweep that varies the RS days
+  bool finished = false;               // false when cancelled before its maximum
+};
+
+// What the report's text says, as values: one sweep for GoCommand, two for RunBatch.
+struct BatchResult {
+  std::string list;
+  int buyMode = 0;
+  std::vector<BatchSweep> sweeps;
+};
 
 class BatchReport : public ListReport {
  public:
@@ -25,11 +69,18 @@ class BatchReport : public ListReport {
   // The symbols the engine traded, one for every batch that traded them, each with CR LF.
   const std::string& tradedList() const { return tradedList_; }
 
+  // The runs of this report so far, as values.
+  const BatchResult& result() const { return result_; }
+
  private:
   // Runs one batch as step k of n; returns its total profit, or nothing when cancelled.
   std::optional<double> Step(int k, int n, const RunSwitches& switches);
 
+  // Starts a sweep in the result and returns it.
+  BatchSweep& NewSweep(std::string varies);
+
   std::string tradedList_;
+  BatchResult result_;
 };
 
 }  // namespace halvard::runs

@@ -65,15 +65,6 @@ ordered_json LiveJsonValue(const LiveReport& report) {
           {"passes", std::move(passes)}};
 }
 
-std::string JsonText(const ordered_json& document) {
-  try {
-    return document.dump();
-  } catch (const ordered_json::type_error&) {
-    // JSON is UTF-8 text: a symbol taken from a file name in another encoding cannot be written.
-    throw Error("the report holds a name that is not UTF-8 text, which JSON output needs");
-  }
-}
-
 std::string LiveReportJson(const LiveReport& report) {
   return JsonText(LiveJsonValue(report));
 }

@@ -1,7 +1,6 @@
 #pragma once
-// Inside the library only (the JSON library is not part of its interface): the live report's
-// document as a value, so the daily report can hold it whole, and the one way documents are
-// turned into text.
+// The live report's document as a value, so the daily report can hold it whole; json_fields'
+// JsonText is the one way documents are turned into text.
 
 #include <nlohmann/json.hpp>
 #include <string>
@@ -11,8 +10,5 @@
 namespace halvard::runs {
 
 nlohmann::ordered_json LiveJsonValue(const LiveReport& report);
-
-// The document on one line; text that is not UTF-8 is a halvard::Error saying so.
-std::string JsonText(const nlohmann::ordered_json& document);
 
 }  // namespace halvard::runs

@@ -28,12 +28,18 @@ std::optional<ListDownloadAnswer> PriceDownloads::DownloadList(
     const std::string& name, const std::filesystem::path& listFile,
     const DownloadRequest& request) {
   log_.Write(EventType::kInformation, "Downloading WatchList : " + name);
+  const size_t before = downloader_.outcomes().size();
   const bool done =
       downloader_.DownloadList(listFile, request.from, request.to, request.skipExisting, progress_);
   if (progress_.Cancelled()) return std::nullopt;
   log_.Write(EventType::kInformation,
              (done ? "Done Downloading WatchList : " : "Error Downloading WatchList : ") + name);
-  return ListDownloadAnswer{done, downloader_.errorText()};
+  ListDownloadAnswer answer{done, downloader_.errorText(), {}};
+  const auto& outcomes = downloader_.outcomes();
+  for (size_t k = before; k < outcomes.size(); ++k) {
+    if (!outcomes[k].failure.empty()) answer.failedSymbols.push_back(outcomes[k].symbol);
+  }
+  return answer;
 }
 
 }  // namespace halvard::runs

@@ -31,6 +31,7 @@ struct DownloadRequest {
 struct ListDownloadAnswer {
   bool done = false;
   std::string failures;
+  std::vector<std::string> failedSymbols;  // the same symbols, in list order
   // "Inc List Successfully download", or "Error downloading inc list - " and the failures.
   std::string text() const;
 };

@@ -9,8 +9,12 @@ std::string RangeText(std::string_view from, std::string_view to, std::string_vi
          std::string(step);
 }
 
+std::string BuyModeName(int buyMode) {
+  return buyMode == 1 ? "BoxTops" : "Bounce";
+}
+
 std::string BuyModeLine(int buyMode) {
-  return buyMode == 1 ? "Buy Mode = BoxTops" : "Buy Mode = Bounce";
+  return "Buy Mode = " + BuyModeName(buyMode);
 }
 
 void SaveReport(const std::filesystem::path& file, std::string_view report) {

@@ -35,6 +35,8 @@ struct RunSwitches {
 // " from S to E with a step of STEP"
 std::string RangeText(std::string_view from, std::string_view to, std::string_view step);
 
+// "BoxTops" (buy mode 1) or "Bounce"; the line is "Buy Mode = " and the name.
+std::string BuyModeName(int buyMode);
 std::string BuyModeLine(int buyMode);
 
 // Saves a report as a text file: its text and one more CR LF, written whole or not at all.

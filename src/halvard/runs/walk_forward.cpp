@@ -115,28 +115,37 @@ void WalkForwardReport::WalkForward(const RunSwitches& switches, int folds) {
     throw UsageError("walk-forward folds: " + std::to_string(folds) + " is not " + whole.expected);
   }
   Folds tallies(Combinations(levels), folds);
+  WalkForwardResult& result = walkForward_.emplace();
+  result.list = s_.listName;
+  result.buyMode = s_.config.buyMode;
+  result.folds = folds;
+  result.viewDays = s_.view().viewDays;
   WalkForwardHeader(folds);
   WindowTester tester(s_, switches);
   const auto backtest = [&](DaySpan span, Tallies& into) {
     tester.Backtest(s_.view(), span, tallies.combinations, into);
   };
-  const bool finished = ForEachStock([&] {
-    const engine::StockView& v = s_.view();
-    const int history = std::min(v.viewDays, v.barCount);
-    const auto spans = SplitHistory(history, folds + 1);
-    if (spans.empty()) {
-      Line(v.stockSymbol + "\tSkipped: " + std::to_string(history) + " days make spans of " +
-           std::to_string(history / (folds + 1)) + " days, fewer than " +
-           std::to_string(kMinSpanDays));
-      return;
-    }
-    ++tallies.tested;
-    for (int f = 1; f <= folds; ++f) {
-      backtest(JoinSpans(spans, 0, f - 1), tallies.inSample[f - 1]);
-      backtest(spans[f], tallies.outOfSample[f - 1]);
-    }
-    backtest(JoinSpans(spans, 0, folds), tallies.whole);
-  });
+  const auto missing = [&] { result.missing.push_back(s_.view().stockSymbol); };
+  const bool finished = ForEachStock(
+      [&] {
+        const engine::StockView& v = s_.view();
+        const int history = std::min(v.viewDays, v.barCount);
+        const auto spans = SplitHistory(history, folds + 1);
+        if (spans.empty()) {
+          Line(v.stockSymbol + "\tSkipped: " + std::to_string(history) + " days make spans of " +
+               std::to_string(history / (folds + 1)) + " days, fewer than " +
+               std::to_string(kMinSpanDays));
+          result.skipped.push_back({v.stockSymbol, history, history / (folds + 1)});
+          return;
+        }
+        ++tallies.tested;
+        for (int f = 1; f <= folds; ++f) {
+          backtest(JoinSpans(spans, 0, f - 1), tallies.inSample[f - 1]);
+          backtest(spans[f], tallies.outOfSample[f - 1]);
+        }
+        backtest(JoinSpans(spans, 0, folds), tallies.whole);
+      },
+      missing);
   if (finished) FoldTable(tallies);
 }
 
@@ -154,6 +163,9 @@ void WalkForwardReport::WalkForwardHeader(int folds) {
 }
 
 void WalkForwardReport::FoldTable(const Folds& t) {
+  WalkForwardResult& result = *walkForward_;
+  result.finished = true;
+  result.symbolsTested = t.tested;
   Line("Symbols tested = " + std::to_string(t.tested));
   Line(kDashRule);
   Line(" Fold \t Stop Loss \t RS Days \t In-Sample \t Out-of-Sample ");
@@ -165,17 +177,26 @@ void WalkForwardReport::FoldTable(const Folds& t) {
     if (!chosen) {
       Line(fold + "\tnone\tnone\t" + FormatFixed(0, 2) + "\t" + FormatFixed(0, 2) +
            "\tno levels made a profit before this span");
+      result.foldRows.push_back({static_cast<int>(f) + 1, {}, {}, 0, 0});
       continue;
     }
     const Combination& c = t.combinations[*chosen];
     const double out = t.outOfSample[f][*chosen].total();
     outTotal += out;
+    result.foldRows.push_back(
+        {static_cast<int>(f) + 1, c.stopLoss, c.rsDays, t.inSample[f][*chosen].total(), out});
     Line(fold + "\t" + FormatGeneral(c.stopLoss) + "\t" + std::to_string(c.rsDays) + "\t" +
          FormatFixed(t.inSample[f][*chosen].total(), 2) + "\t" + FormatFixed(out, 2));
   }
   Line(kDashRule);
   Line("Out-of-sample total = " + FormatFixed(outTotal, 2));
   const auto claimed = MostProfitable(t.whole);
+  result.outOfSampleTotal = outTotal;
+  if (claimed) {
+    result.bestProfit = t.whole[*claimed].total();
+    result.bestStopLoss = t.combinations[*claimed].stopLoss;
+    result.bestRsDays = t.combinations[*claimed].rsDays;
+  }
   Line(claimed ? "In-sample best over the whole history = " +
                      FormatFixed(t.whole[*claimed].total(), 2) + " with " +
                      LevelsText(t.combinations[*claimed]) + "."

@@ -19,9 +19,42 @@
 // The levels are tried on a copy of the settings: a walk-forward leaves the settings, the stop
 // loss and RS days included, as they were.
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "halvard/runs/batch_report.h"
 
 namespace halvard::runs {
+
+// What a walk-forward report's text says, as values.
+struct WalkForwardFold {
+  int fold = 0;
+  std::optional<double> stopLoss;  // the chosen levels; none when no levels made a profit
+  std::optional<int> rsDays;
+  double inSample = 0;
+  double outOfSample = 0;
+};
+struct WalkForwardSkip {
+  std::string symbol;
+  int days = 0;      // the days of its history
+  int spanDays = 0;  // the length its spans would have
+};
+struct WalkForwardResult {
+  std::string list;
+  int buyMode = 0;
+  int folds = 0;
+  int viewDays = 0;
+  std::vector<std::string> missing;  // symbols without a price file
+  std::vector<WalkForwardSkip> skipped;
+  bool finished = false;  // false when the run stopped before the fold table
+  int symbolsTested = 0;
+  std::vector<WalkForwardFold> foldRows;
+  double outOfSampleTotal = 0;
+  std::optional<double> bestProfit;  // the in-sample best over the whole history
+  std::optional<double> bestStopLoss;
+  std::optional<int> bestRsDays;
+};
 
 // 42 folds: the 1001 days a price file holds make at most 43 spans of the shortest length.
 inline constexpr int kMaxFolds = 42;
@@ -37,11 +70,16 @@ class WalkForwardReport : public BatchReport {
   // kMaxFolds are a halvard::UsageError.
   void WalkForward(const RunSwitches& switches, int folds);
 
+  // The last walk-forward run, as values; nothing before one.
+  const std::optional<WalkForwardResult>& walkForwardResult() const { return walkForward_; }
+
  private:
   struct Folds;  // every window's profits, per combination, over the symbols tested
 
   void WalkForwardHeader(int folds);
   void FoldTable(const Folds& folds);
+
+  std::optional<WalkForwardResult> walkForward_;
 };
 
 }  // namespace halvard::runs
