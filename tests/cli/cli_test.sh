@@ -6,23 +6,7 @@ halvard=$1
 data=$2/cli
 samples=$3
 
-scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
-export HOME=$scratch/home XDG_DATA_HOME=$scratch/share XDG_CONFIG_HOME=$scratch/config
-unset HALVARD_CONFIG HALVARD_SAMPLES
-mkdir -p "$HOME" "$scratch/lists"
-
-passed=0
-failed=0
-# check NAME EXPECTED ACTUAL
-check() {
-  if [ "$2" == "$3" ]; then
-    passed=$((passed + 1))
-  else
-    failed=$((failed + 1))
-    printf 'FAILED: %s\n--- expected\n%s\n--- actual\n%s\n' "$1" "$2" "$3"
-  fi
-}
+source "$(dirname "$0")/scratch_checks.sh"
 # run ARGS...: sets out, err, rc
 run() {
   out=$("$halvard" "$@" 2>"$scratch/stderr")

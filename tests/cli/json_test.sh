@@ -10,24 +10,8 @@ responses=$2/responses
 samples=$3
 checker=$(dirname "$0")/json_check.py
 
-scratch=$(mktemp -d)
-trap '[ -n "${server:-}" ] && kill "$server"; rm -rf "$scratch"' EXIT
-export HOME=$scratch/home XDG_DATA_HOME=$scratch/share XDG_CONFIG_HOME=$scratch/config
+source "$(dirname "$0")/scratch_checks.sh"
 export HALVARD_LOG=$scratch/debug.log
-unset HALVARD_CONFIG HALVARD_SAMPLES
-mkdir -p "$HOME" "$scratch/lists"
-
-passed=0
-failed=0
-# check NAME EXPECTED ACTUAL
-check() {
-  if [ "$2" == "$3" ]; then
-    passed=$((passed + 1))
-  else
-    failed=$((failed + 1))
-    printf 'FAILED: %s\n--- expected\n%s\n--- actual\n%s\n' "$1" "$2" "$3"
-  fi
-}
 
 # both SCHEMA TEXT ARGS...: runs halvard ARGS as text, then with --json (each after running
 # $prepare, when set, so a command that changes files meets the same files twice). The document
