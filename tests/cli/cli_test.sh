@@ -243,10 +243,7 @@ export HALVARD_LOG=$scratch/debug.log
 mkdir -p "$scratch/www" "$scratch/dl"
 cp "$samples/data/^IXIC.txt" "$scratch/dl/"  # no index warning in the answers
 cp "$2/responses/table-goog-2011.csv" "$scratch/www/table.csv"
-port=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
-python3 -m http.server "$port" --bind 127.0.0.1 --directory "$scratch/www" >/dev/null 2>&1 &
-server=$!
-for _ in $(seq 50); do python3 -c "import socket; socket.create_connection(('127.0.0.1', $port))" 2>/dev/null && break; sleep 0.1; done
+serve_folder "$scratch/www"
 printf ' GOOG \r\n\r\nORCL\r\n' >"$scratch/lists/two.inc"
 dl=(--stock-dir "$scratch/dl" --list-dir "$scratch/lists" --set "Services/Provider=table"
   --set "Services/Table Host=127.0.0.1:$port" --set "Services/Timeout=5")
@@ -459,11 +456,8 @@ check "screen without a service suggests --local" \
   "$(head -n 1 <<<"$err")"
 
 printf 'Symbol,Name\r\n"XOM","Exxon Mobil"\r\nIBM,IBM\r\n' >"$scratch/scrwww/screen"
-sport=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
-python3 -m http.server "$sport" --bind 127.0.0.1 --directory "$scratch/scrwww" 2>"$scratch/scr.log" >/dev/null &
-sserver=$!
-for _ in $(seq 50); do python3 -c "import socket; socket.create_connection(('127.0.0.1', $sport))" 2>/dev/null && break; sleep 0.1; done
-run "${scr[@]}" --set "Services/Screener Host=127.0.0.1:$sport" --set "Services/Pause=0" \
+serve_folder "$scratch/scrwww" "$scratch/scr.log"
+run "${scr[@]}" --set "Services/Screener Host=127.0.0.1:$port" --set "Services/Pause=0" \
   screen --industry "Oil & Gas" --price-min 5 --save big
 check "screen with the service" $'XOM\nIBM' "$out"
 check "screen saved the service's symbols" $'XOM\r\nIBM\r\n\r' "$(cat "$scratch/scr/lists/big.inc")"
@@ -471,10 +465,10 @@ check "screen asked for pages 1 and 2" \
   $'/screen?industry=Oil%20%26%20Gas&price=5..&page=1\n/screen?industry=Oil%20%26%20Gas&price=5..&page=2' \
   "$(grep -o '/screen[^ ]*' "$scratch/scr.log")"
 rm "$scratch/scrwww/screen"
-run "${scr[@]}" --set "Services/Screener Host=127.0.0.1:$sport" screen --price-min 5
+run "${scr[@]}" --set "Services/Screener Host=127.0.0.1:$port" screen --price-min 5
 check "screen: a failing page is an error naming it" \
-  "halvard: error: screener page 1 (http://127.0.0.1:$sport/screen?price=5..&page=1): HTTP status 404" "$err"
-kill "$sserver"
+  "halvard: error: screener page 1 (http://127.0.0.1:$port/screen?price=5..&page=1): HTTP status 404" "$err"
+kill "$server"
 
 # Manners: the version, argument errors, output that cannot be written.
 run --version

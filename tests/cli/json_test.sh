@@ -109,10 +109,7 @@ prepare=
 mkdir -p "$scratch/www/d" "$scratch/www/q" "$scratch/dl"
 cp "$samples/data/^IXIC.txt" "$scratch/dl/"
 cp "$responses/table-goog-2011.csv" "$scratch/www/table.csv"
-port=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
-python3 -m http.server "$port" --bind 127.0.0.1 --directory "$scratch/www" >/dev/null 2>&1 &
-server=$!
-for _ in $(seq 50); do python3 -c "import socket; socket.create_connection(('127.0.0.1', $port))" 2>/dev/null && break; sleep 0.1; done
+serve_folder "$scratch/www"
 printf 'GOOG\r\nORCL\r\n' >"$scratch/lists/two.inc"
 dl=(--stock-dir "$scratch/dl" --list-dir "$scratch/lists" --set "Services/Provider=table"
   --set "Services/Table Host=127.0.0.1:$port" --set "Services/Timeout=5")

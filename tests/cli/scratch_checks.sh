@@ -18,3 +18,16 @@ check() {
     printf 'FAILED: %s\n--- expected\n%s\n--- actual\n%s\n' "$1" "$2" "$3"
   fi
 }
+
+# serve_folder DIR [REQUEST_LOG]: a loopback HTTP server answering with the files of DIR, on a
+# free port ($port, its process $server, stopped at the end), once it takes connections. The
+# requests it was sent go to REQUEST_LOG.
+serve_folder() {
+  port=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+  python3 -m http.server "$port" --bind 127.0.0.1 --directory "$1" 2>"${2:-/dev/null}" >/dev/null &
+  server=$!
+  for _ in $(seq 50); do
+    python3 -c "import socket; socket.create_connection(('127.0.0.1', $port))" 2>/dev/null && break
+    sleep 0.1
+  done
+}
