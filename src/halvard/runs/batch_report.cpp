@@ -105,7 +105,7 @@ void BatchReport::GoCommand(const RunSwitches& switches) {
   Line(BuyModeLine(s_.config.buyMode));
   const int n = static_cast<int>(stopLosses.size() * rsDays.size());
   int k = 0;
-  double best = 0;
+  MostProfitableSoFar most;
   double bestStopLoss = 0;
   int bestDays = 0;
   for (const double stopLoss : stopLosses) {
@@ -114,13 +114,13 @@ void BatchReport::GoCommand(const RunSwitches& switches) {
       s_.config.rsDayCurr = static_cast<int16_t>(days);
       const auto total = Step(++k, n, switches);
       if (!total) return;
-      if (*total - best > 0) {  // strictly: the first combination reaching the best keeps it
-        best = *total;
+      if (most.Offer(*total)) {
         bestStopLoss = stopLoss;
         bestDays = days;
       }
     }
   }
+  const double best = most.best;
   Line("Maximum profit = " + FormatGeneral(best) + " with a stoploss setting " +
        FormatGeneral(bestStopLoss) + "$ below box bottom and RS comparison at " +
        std::to_string(bestDays) + " days.");
@@ -136,18 +136,16 @@ void BatchReport::RunBatch(const RunSwitches& switches) {
   BatchSweep* sweep = &NewSweep("stopLoss");
   Line("Batch Testing " + s_.listName + " for stoploss settings starting" + StopLossRange());
   Line(BuyModeLine(s_.config.buyMode));
-  double best = 0;
+  MostProfitableSoFar most;
   double bestStopLoss = 0;
   int k = 0;
   for (const double stopLoss : stopLosses) {
     s_.config.stopLossLimit = stopLoss;
     const auto total = Step(++k, static_cast<int>(stopLosses.size()), switches);
     if (!total) return;
-    if (*total - best > 0) {
-      best = *total;
-      bestStopLoss = stopLoss;
-    }
+    if (most.Offer(*total)) bestStopLoss = stopLoss;
   }
+  double best = most.best;
   Line("Maximum profit = " + FormatGeneral(best) + " with a stoploss setting " +
        FormatGeneral(bestStopLoss) + "$ below box bottom.");
   sweep->maximumProfit = best;
@@ -158,18 +156,16 @@ void BatchReport::RunBatch(const RunSwitches& switches) {
 
   Line("Batch Testing " + s_.listName + " for RS settings starting" + RsRange());
   Line(BuyModeLine(s_.config.buyMode));
-  best = 0;
+  most = {};
   int bestDays = 0;
   k = 0;
   for (const int days : rsDays) {
     s_.config.rsDayCurr = static_cast<int16_t>(days);
     const auto total = Step(++k, static_cast<int>(rsDays.size()), switches);
     if (!total) return;
-    if (*total - best > 0) {
-      best = *total;
-      bestDays = days;
-    }
+    if (most.Offer(*total)) bestDays = days;
   }
+  best = most.best;
   Line("Maximum profit = " + FormatGeneral(best) + " with " + std::to_string(bestDays) +
        " days RS setting.");
   sweep->maximumProfit = best;

@@ -54,6 +54,18 @@ struct BatchResult {
   std::vector<BatchSweep> sweeps;
 };
 
+// The sweeps' choice of the most profitable level: a total wins only when it is strictly above 0
+// and above every total offered before it, so the first of equal totals keeps the place.
+struct MostProfitableSoFar {
+  double best = 0;
+  // True when total is the new best.
+  bool Offer(double total) {
+    if (!(total - best > 0)) return false;
+    best = total;
+    return true;
+  }
+};
+
 class BatchReport : public ListReport {
  public:
   BatchReport(Session& session, platform::Progress& progress) : ListReport(session, progress) {}

@@ -46,15 +46,12 @@ struct Tally {
 };
 using Tallies = std::vector<Tally>;  // one per combination
 
-// The batch sweep's choice: the first combination strictly above 0 and above all before it.
+// The batch sweep's choice over the combinations in the order it tries them.
 std::optional<size_t> MostProfitable(const Tallies& tallies) {
   std::optional<size_t> chosen;
-  double best = 0;
+  MostProfitableSoFar most;
   for (size_t c = 0; c < tallies.size(); ++c) {
-    if (tallies[c].total() - best > 0) {
-      best = tallies[c].total();
-      chosen = c;
-    }
+    if (most.Offer(tallies[c].total())) chosen = c;
   }
   return chosen;
 }
