@@ -9,13 +9,12 @@
 
 #include "halvard/data/file_parser.h"
 #include "halvard/error.h"
-#include "halvard/platform/app_paths.h"
 #include "halvard/platform/clock.h"
 #include "halvard/platform/files.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/samples_folder.h"
 #include "halvard/runs/stale_prices.h"
-#include "halvard/settings/folders.h"
+#include "halvard/runs/start_session.h"
 
 namespace halvard::cli {
 namespace fs = std::filesystem;
@@ -67,29 +66,25 @@ fs::path SamplesFolder() {
 }
 
 std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMode mode) {
-  const fs::path file =
-      options.configFile.empty() ? platform::DefaultSettingsFile() : fs::path(options.configFile);
-  auto session = std::make_unique<runs::Session>(settings::MRegistry(file));
-  session->ReadSettings();
-  if (!options.stockDir.empty()) {
-    settings::SetForThisRun(session->config, "Paths", "Stock File Path", options.stockDir);
-  }
-  if (!options.listDir.empty()) {
-    settings::SetForThisRun(session->config, "Paths", "Inc File Path", options.listDir);
-  }
-  if (mode != StartMode::kSettingsOnly) {
-    const std::string notice = settings::PrepareFolders(session->config, SamplesFolder());
-    if (!notice.empty()) std::cerr << "halvard: first run: " << notice;
-  }
-  if (mode == StartMode::kFull || mode == StartMode::kIndexMayFail) {
-    try {
-      if (!session->StartUp()) {
-        std::cerr << "halvard: warning: " << data::kIndexMissingMessage << "\n";
-      }
-    } catch (const data::PriceFileError& e) {
-      if (mode != StartMode::kIndexMayFail) throw;
-      std::cerr << "halvard: warning: " << e.what() << "\n";
+  auto session = std::make_unique<runs::Session>(runs::SettingsStoreAt(options.configFile));
+  const runs::StartReport report = runs::StartSession(
+      *session, {.stockDir = options.stockDir,
+                 .listDir = options.listDir,
+                 .samples = SamplesFolder(),
+                 .prepareFolders = mode != StartMode::kSettingsOnly,
+                 .startUp = mode == StartMode::kFull || mode == StartMode::kIndexMayFail,
+                 .indexMayFail = mode == StartMode::kIndexMayFail});
+  for (const runs::StartNote& note : report.notes) {
+    // What the samples made is a line a folder, each ending in a line feed; a problem (the index
+    // that the downloads may fetch again) is one line.
+    if (note.kind == runs::StartNote::Kind::kSamplesCopied) {
+      std::cerr << "halvard: first run: " << note.text;
+    } else {
+      std::cerr << "halvard: warning: " << note.text << "\n";
     }
+  }
+  if (report.indexMissing) {
+    std::cerr << "halvard: warning: " << data::kIndexMissingMessage << "\n";
   }
   for (const std::string& s : options.sets) ApplySet(session->config, s);
   if (options.jobs > 0) ApplySet(session->config, "Batch/Jobs=" + std::to_string(options.jobs));

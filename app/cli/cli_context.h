@@ -30,9 +30,9 @@ enum class StartMode {
                   // so a broken ^IXIC.txt can be downloaded again to mend it
 };
 
-// Reads the settings, applies --stock-dir/--list-dir, starts up (kFull), then applies --set and
-// --jobs (as "Batch/Jobs=N", for this run only).
-// Notices and warnings go to stderr.
+// Starts the session as runs::StartSession does, with --stock-dir/--list-dir for this run and
+// the steps the mode asks, then applies --set and --jobs (as "Batch/Jobs=N", for this run only).
+// The first run's notice and the warnings go to stderr; any other failure is thrown.
 std::unique_ptr<runs::Session> OpenSession(const GlobalOptions& options, StartMode mode);
 
 // The [Services] section of the session's settings file with the --set "Services/..."

@@ -27,8 +27,8 @@
 #include "halvard/error.h"
 #include "halvard/platform/app_paths.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/runs/start_session.h"
 #include "halvard/runs/stock_info.h"
-#include "halvard/settings/folders.h"
 #include "progress_window.h"
 #include "run_aside.h"
 
@@ -53,8 +53,7 @@ MainFrm::MainFrm(const StartOptions& options, Dialogs& dialogs, QWidget* parent)
       dialogs_(dialogs),
       eventLog_(options.eventLogFile.empty() ? platform::DefaultEventLogFile()
                                              : options.eventLogFile),
-      session_(std::make_unique<runs::Session>(settings::MRegistry(
-          options.configFile.empty() ? platform::DefaultSettingsFile() : options.configFile))) {
+      session_(std::make_unique<runs::Session>(runs::SettingsStoreAt(options.configFile))) {
   setObjectName(QStringLiteral("MainFrm"));
   setWindowTitle(QStringLiteral("Halvard 600"));
   BuildWindow();
@@ -156,37 +155,31 @@ void MainFrm::BuildWindow() {
 
 void MainFrm::StartUp(const StartOptions& options) {
   runs::Session& s = *session_;
-  Guarded([&] { s.ReadSettings(); });
-  // Folders given on the command line are for this run: closing the window keeps the stored ones.
-  if (!options.stockDir.empty()) {
-    settings::SetForThisRun(s.config, "Paths", "Stock File Path", options.stockDir);
-  }
-  if (!options.listDir.empty()) {
-    settings::SetForThisRun(s.config, "Paths", "Inc File Path", options.listDir);
-  }
-  Guarded([&] {
-    const std::string notice = settings::PrepareFolders(s.config, options.samplesDir);
-    if (!notice.empty()) {
-      dialogs_.message(this, QStringLiteral("Halvard 600"), Q(notice).trimmed(),
-                       Dialogs::Icon::kInformation);
-    }
-  });
-  Guarded([&] { s.epsStore(); });
-  // Opened for reading only: the information page and the rank scans only look, and a command
+  // Opened whatever fails on the way, with each failure said in turn. The stock database is
+  // opened for reading only: the information page and the rank scans only look, and a command
   // that writes (company data, EPS data, the RS rank) reopens it for writing when it runs.
-  Guarded([&] { s.stockDb(runs::Session::Access::kRead); });
+  const runs::StartReport report = runs::StartSession(s, {.stockDir = options.stockDir,
+                                                          .listDir = options.listDir,
+                                                          .samples = options.samplesDir,
+                                                          .openStores = true,
+                                                          .carryOn = true});
+  for (const runs::StartNote& note : report.notes) {
+    if (note.kind == runs::StartNote::Kind::kSamplesCopied) {
+      dialogs_.message(this, QStringLiteral("Halvard 600"), Q(note.text).trimmed(),
+                       Dialogs::Icon::kInformation);
+    } else {
+      Refuse(Q(note.text));
+    }
+  }
+  if (!report.indexLoaded) {
+    dialogs_.message(this, Q(std::string(data::kIndexMissingTitle)),
+                     Q(std::string(data::kIndexMissingMessage)), Dialogs::Icon::kCritical);
+  }
   downloadTimer_->Start();
   chart::InitChart(s.chart, StockGraph_->height());
   s.chart.rangeBars = true;
   s.chart.openTicks = true;
   s.hotListCursor = 0;
-  // StartUp forces showRS, the RS check and RS days 10 before it loads the index.
-  bool indexLoaded = false;
-  Guarded([&] { indexLoaded = s.StartUp(); });
-  if (!indexLoaded) {
-    dialogs_.message(this, Q(std::string(data::kIndexMissingTitle)),
-                     Q(std::string(data::kIndexMissingMessage)), Dialogs::Icon::kCritical);
-  }
   RefreshIncList();
   SizeFromSettings();
 }
@@ -325,7 +318,7 @@ void MainFrm::Guarded(const std::function<void()>& command) {
   try {
     command();
   } catch (const std::exception& e) {
-    dialogs_.message(this, QStringLiteral("Error"), Q(e.what()), Dialogs::Icon::kCritical);
+    Refuse(Q(e.what()));
   }
 }
 
