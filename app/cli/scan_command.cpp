@@ -32,22 +32,31 @@ void Run(const GlobalOptions& options, const ScanArgs& args, bool save) {
   }
   const auto session = OpenSession(options, StartMode::kFull);
   if (scan.overList) SelectListWarningIfStale(*session, args.list);
+  const auto print = [&](const runs::ScanSymbols& passed) {
+    if (args.json) {
+      PrintJson(runs::ScanJson(scan, *session, passed));
+    } else {
+      for (const std::string& symbol : passed) std::cout << symbol << "\n";
+      std::cout << std::flush;
+    }
+  };
+  runs::ScanSymbols passed;
   {
     TerminalProgress progress;
-    RunThenPrint([&] { scan.run(*session, progress); },
-                 [&] {
-                   if (args.json) {
-                     PrintJson(runs::ScanJson(scan, *session));
-                   } else {
-                     std::cout << WithLineFeeds(session->resultText) << std::flush;
-                   }
-                 });
+    // What passed before a price file that does not load is printed ahead of its error.
+    try {
+      passed = scan.run(*session, progress);
+    } catch (const Error& e) {
+      print(runs::PassedBefore(e));
+      throw;
+    }
+    print(passed);
     if (progress.Cancelled()) throw Interrupted{};
   }
   if (!save) return;
   const std::string name = args.saveAs.empty() ? scan.listName(session->config) : args.saveAs;
   const auto path = data::WatchListPath(session->config.IncFilePath, name);
-  runs::SaveResultList(*session, path);
+  runs::SaveResultList(passed, path);
   std::cerr << "halvard: saved the list as " << path.string() << "\n";
 }
 

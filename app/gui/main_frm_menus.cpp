@@ -8,7 +8,6 @@
 
 #include "dialogs.h"
 #include "halvard/error.h"
-#include "halvard/platform/line_reader.h"
 #include "halvard/runs/daily_report_files.h"
 #include "halvard/runs/fundamentals_commands.h"
 #include "halvard/runs/scan_commands.h"
@@ -31,13 +30,13 @@ QAction* AddEntry(QMenu* menu, const char* objectName, const QString& caption) {
 // The error that stopped a scan, with the symbols it had passed before it (the command line
 // prints the same ahead of its error), in a paragraph so a long list wraps. Its list is
 // incomplete, so it is not offered for saving.
-std::string WithFoundSoFar(const std::string& error, const std::string& found) {
+std::string WithFoundSoFar(const Error& error) {
   std::string symbols;
-  platform::LineReader reader(found);
-  for (std::string_view symbol; reader.Next(symbol);) {
+  for (const std::string& symbol : runs::PassedBefore(error)) {
     symbols.append(symbols.empty() ? "" : ", ").append(symbol);
   }
-  return error + "\n\nNothing was saved. Passed before it: " + (symbols.empty() ? "none" : symbols);
+  return error.what() + std::string("\n\nNothing was saved. Passed before it: ") +
+         (symbols.empty() ? "none" : symbols);
 }
 
 // The Scans menu in its order, by the captions of the library's scan table.
@@ -158,17 +157,18 @@ void MainFrm::RunScan(const runs::ScanCommand& command) {
     if (session_->config.enableGraphUpdate) ShowLoaded();
   });
   // A cancelled or failed scan offers nothing to save: its list would be incomplete.
+  runs::ScanSymbols passed;
   const bool done = RunLong([&](platform::Progress&) {
     try {
-      command.run(s, relay);
+      passed = command.run(s, relay);
     } catch (const Error& e) {
-      throw Error(WithFoundSoFar(e.what(), s.resultText));
+      throw Error(WithFoundSoFar(e));
     }
   });
   if (!done) return;
   const QString file = dialogs_.saveWatchList(this, QString::fromStdString(s.config.IncFilePath),
                                               QString::fromStdString(command.listName(s.config)));
-  if (!file.isEmpty()) Guarded([&] { runs::SaveResultList(s, file.toStdString()); });
+  if (!file.isEmpty()) Guarded([&] { runs::SaveResultList(passed, file.toStdString()); });
   RefreshIncList();
 }
 

@@ -26,12 +26,6 @@ struct StoreTest : ::testing::Test {
     }
     return text;
   }
-  std::string Scan(void (StockDataStore::*scan)(int16_t, std::string&), int16_t percentage) {
-    std::string result = "kept\r\n";
-    (db.*scan)(percentage, result);
-    return result;
-  }
-
   test::TempDir dir;
   StockDataStore db;
   platform::NoProgress progress;
@@ -138,7 +132,7 @@ std::string Browse(const std::filesystem::path& file) {
   double epsRank = 0, rsRank = 0;
   browser.GetStockData("MSFT", description, epsRank, rsRank, industry, exchange, name);
   std::string scan;
-  browser.RSRankScan(100, scan);
+  for (const std::string& symbol : browser.RSRankScan(100)) scan += symbol + "\r\n";
   const std::string write = test::ErrorText([&] { browser.SetRSRank("MSFT", 5); });
   const bool refused = write.find("readonly") != std::string::npos;
   return name + "|" + description + "|" + scan + "|" + (refused ? "write refused" : write);
@@ -239,17 +233,13 @@ TEST_F(StoreTest, RankScansSelectByThresholdAndTheIncreasingScansOrderByTheRise)
     db.SetStockData(s.symbol, "", s.rsRank, s.epsRank, "", "", "", s.eps, s.year, 0);
     db.SetRSAvg(s.symbol, s.avg, s.prev);
   }
-  EXPECT_EQ(Scan(&StockDataStore::EPSRankScan, 20),
-            "kept\r\nTOP\r\nMID\r\nTIE\r\nFELL\r\nNOEPS\r\n");
-  EXPECT_EQ(Scan(&StockDataStore::RSRankScan, 0), "kept\r\nTOP\r\n");
-  EXPECT_EQ(Scan(&StockDataStore::RSRankScan, 100),
-            "kept\r\nLOW\r\nTOP\r\nMID\r\nTIE\r\nFELL\r\nNOEPS\r\n");
-  std::string rising;
-  db.IncreasingRSScan(rising, 20);
-  EXPECT_EQ(rising, "MID\r\nTOP\r\nTIE\r\n");  // the largest rise, then the higher rank
-  std::string estimates;
-  db.IncreasingEPSScan(estimates, 20);
-  EXPECT_EQ(estimates, "FELL\r\nTIE\r\nMID\r\nTOP\r\n");
+  using Symbols = std::vector<std::string>;
+  EXPECT_EQ(db.EPSRankScan(20), (Symbols{"TOP", "MID", "TIE", "FELL", "NOEPS"}));
+  EXPECT_EQ(db.RSRankScan(0), (Symbols{"TOP"}));
+  EXPECT_EQ(db.RSRankScan(100), (Symbols{"LOW", "TOP", "MID", "TIE", "FELL", "NOEPS"}));
+  // The largest rise, then the higher rank.
+  EXPECT_EQ(db.IncreasingRSScan(20), (Symbols{"MID", "TOP", "TIE"}));
+  EXPECT_EQ(db.IncreasingEPSScan(20), (Symbols{"FELL", "TIE", "MID", "TOP"}));
 }
 
 }  // namespace

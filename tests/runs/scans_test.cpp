@@ -42,19 +42,16 @@ TEST_F(ScansTest, HighScansJudgeTheNewestOfEqualHighsAndKeepTheXWeekWindowAt115D
   Prices("PEAK", Rising(270, {10}, 50), 0);
   Prices("TIE", Rising(270, {3, 30}, 50), 0);
   List({"PEAK", "RISE", "TIE", "GONE"});
-  HighScan(s, quiet, 4, 5);
-  EXPECT_EQ(s.resultText, "RISE\r\nTIE\r\n");
+  EXPECT_EQ(HighScan(s, quiet, 4, 5), (ScanSymbols{"RISE", "TIE"}));
   // The 52-week scan with no days of grace: only a high made on the newest day counts.
   s.config.period52week = 0;
   const ScanCommand& fiftyTwo = *FindScanCommand("52week");
-  fiftyTwo.run(s, quiet);
-  EXPECT_EQ(s.resultText, "RISE\r\n");
+  EXPECT_EQ(fiftyTwo.run(s, quiet), (ScanSymbols{"RISE"}));
   EXPECT_EQ(fiftyTwo.listName(s.config), "52WeekHigh");
   // Ten weeks is 50 days, always within the 115 days of the X-week scan.
   s.config.periodXQuantity = 10;
   const ScanCommand& xWeek = *FindScanCommand("xweek");
-  xWeek.run(s, quiet);
-  EXPECT_EQ(s.resultText, "PEAK\r\nRISE\r\nTIE\r\n");
+  EXPECT_EQ(xWeek.run(s, quiet), (ScanSymbols{"PEAK", "RISE", "TIE"}));
   EXPECT_EQ(xWeek.listName(s.config), "10WeekHigh");
   EXPECT_THROW(HighScan(s, quiet, 201, 5), Error);  // 1005 days: more than a file can hold
 }
@@ -68,12 +65,9 @@ TEST_F(ScansTest, OnlyAStockWithExactlyOneRecentCorvaneIsListed) {
   Prices("CORV", test::CorvaneBreakout());  // one corvane, broken out 49 days ago
   List({"TWOBASES", "GONE", "CORV"});
   ASSERT_EQ(s.view().corvaneCount, 2);
-  CorvaneScan(s, quiet, 1000);
-  EXPECT_EQ(s.resultText, "CORV\r\n");
-  CorvaneScan(s, quiet, 50);
-  EXPECT_EQ(s.resultText, "CORV\r\n");
-  CorvaneScan(s, quiet, 49);
-  EXPECT_EQ(s.resultText, "");
+  EXPECT_EQ(CorvaneScan(s, quiet, 1000), (ScanSymbols{"CORV"}));
+  EXPECT_EQ(CorvaneScan(s, quiet, 50), (ScanSymbols{"CORV"}));
+  EXPECT_EQ(CorvaneScan(s, quiet, 49), (ScanSymbols{}));
 }
 
 TEST_F(ScansTest, InABoxListsOnlyAStockWhoseNewestBoxIsStillOpen) {
@@ -83,8 +77,7 @@ TEST_F(ScansTest, InABoxListsOnlyAStockWhoseNewestBoxIsStillOpen) {
   Prices("TWO", test::TwoBoxes());
   Prices("FLAT", std::vector<Day>(kBars, Day{9.5, 10, 9, 9.5}));
   List({"TWO", "OPEN", "FLAT", "GONE"});
-  InABoxScan(s, quiet);
-  EXPECT_EQ(s.resultText, "OPEN\r\n");
+  EXPECT_EQ(InABoxScan(s, quiet), (ScanSymbols{"OPEN"}));
 }
 
 TEST_F(ScansTest, UnusualVolumeCanListOnlyTheFirstStockThatLoads) {
@@ -95,15 +88,36 @@ TEST_F(ScansTest, UnusualVolumeCanListOnlyTheFirstStockThatLoads) {
   Prices("LOUD", loud);
   // A first stock without unusual volume uses the position up for the rest of the list.
   List({"QUIET", "LOUD"});
-  UnusualVolumeScan(s, this->quiet, 12);
-  EXPECT_EQ(s.resultText, "");
+  EXPECT_EQ(UnusualVolumeScan(s, this->quiet, 12), (ScanSymbols{}));
   List({"GONE", "LOUD", "LOUD"});
-  UnusualVolumeScan(s, this->quiet, 12);
-  EXPECT_EQ(s.resultText, "LOUD\r\n");  // the second LOUD finds the position used up
+  // The second LOUD finds the position used up.
+  EXPECT_EQ(UnusualVolumeScan(s, this->quiet, 12), (ScanSymbols{"LOUD"}));
   // The engine's found flag is never cleared, so from now on a quiet first stock is listed.
   List({"QUIET", "LOUD"});
-  UnusualVolumeScan(s, this->quiet, 12);
-  EXPECT_EQ(s.resultText, "QUIET\r\n");
+  EXPECT_EQ(UnusualVolumeScan(s, this->quiet, 12), (ScanSymbols{"QUIET"}));
+}
+
+TEST_F(ScansTest, AFileThatDoesNotLoadEndsTheScanWithTheSymbolsPassedBeforeIt) {
+  auto open = test::TwoBoxes();
+  open.resize(12);  // box B not broken yet
+  Prices("OPEN", open);
+  test::WriteText(dir / "BAD.txt", "Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,2,x,1,100\r\n");
+  List({"OPEN", "BAD", "OPEN"});
+  try {
+    InABoxScan(s, quiet);
+    ADD_FAILURE() << "BAD.txt was loaded";
+  } catch (const ScanStopped& e) {
+    EXPECT_NE(std::string(e.what()).find("BAD.txt line 2: the low \"x\" is not a number"),
+              std::string::npos)
+        << e.what();
+    EXPECT_EQ(PassedBefore(e), (ScanSymbols{"OPEN"}));
+    // Saved, the list would be the symbols, each with CR LF, and one CR LF more.
+    SaveResultList(e.passed(), dir / "partial.inc");
+    EXPECT_EQ(test::ReadText(dir / "partial.inc"), "OPEN\r\n\r\n");
+  }
+  // An error before the walk has passed nothing.
+  const Error early("the scan did not start");
+  EXPECT_EQ(PassedBefore(early), ScanSymbols{});
 }
 
 // The engine scans pass the unusual-volume setting as the switch that tries the boxes: loud
@@ -121,13 +135,10 @@ TEST_F(ScansTest, TheEngineScansReadTheBuyAndStopLossFlagsOfTheSamePass) {
   Prices("DROP", drop);
   Prices("FLAT", std::vector<Day>(kBars, Day{9.5, 10, 9, 9.5}));
   List({"TWO", "FLAT", "DROP", "GONE"});
-  BuySignalScan(s, quiet);
-  EXPECT_EQ(s.resultText, "TWO\r\nDROP\r\n");
-  BelowStopLossScan(s, quiet);
-  EXPECT_EQ(s.resultText, "DROP\r\n");
+  EXPECT_EQ(BuySignalScan(s, quiet), (ScanSymbols{"TWO", "DROP"}));
+  EXPECT_EQ(BelowStopLossScan(s, quiet), (ScanSymbols{"DROP"}));
   s.config.useUnusualVolume = false;  // corvanes only
-  BuySignalScan(s, quiet);
-  EXPECT_EQ(s.resultText, "");
+  EXPECT_EQ(BuySignalScan(s, quiet), (ScanSymbols{}));
 }
 
 TEST_F(ScansTest, ProgressCountsFromZeroAndACancelledScanKeepsWhatItFound) {
@@ -140,12 +151,10 @@ TEST_F(ScansTest, ProgressCountsFromZeroAndACancelledScanKeepsWhatItFound) {
             (std::vector<std::string>{"Processing stock #0 of 2", "Processing stock #1 of 2",
                                       "Processing stock #2 of 2"}));
   RecordingProgress stopped(1);
-  BuySignalScan(s, stopped);
-  EXPECT_EQ(s.resultText, "TWO\r\n");
+  EXPECT_EQ(BuySignalScan(s, stopped), (ScanSymbols{"TWO"}));
   // An empty list scans nothing and leaves an empty result, even after a scan that found some.
   List({});
-  BuySignalScan(s, quiet);
-  EXPECT_EQ(s.resultText, "");
+  EXPECT_EQ(BuySignalScan(s, quiet), (ScanSymbols{}));
 }
 
 }  // namespace

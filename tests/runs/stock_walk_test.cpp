@@ -31,7 +31,7 @@ namespace fs = std::filesystem;
 // What a run leaves that a user can see, one text.
 std::string Seen(Session& s, const std::string& report) {
   const engine::StockView& v = s.view();
-  return "result:\n" + s.resultText + "report:\n" + report + "log:\n" + s.log().text() +
+  return "report:\n" + report + "log:\n" + s.log().text() +
          "after: " + std::to_string(s.config.stopLossLimit) + " " +
          std::to_string(s.config.rsDayCurr) + " " +
          std::to_string(s.config.unusualVolumePercentage) + " " + v.stockSymbol + " " +
@@ -62,8 +62,7 @@ std::vector<std::pair<std::string, Run>> ListCommands() {
     if (!scan.overList) continue;
     runs.emplace_back(scan.key, [&scan](Session& s) {
       platform::NoProgress quiet;
-      scan.run(s, quiet);
-      return std::string();
+      return data::WatchListText(scan.run(s, quiet));
     });
   }
   runs.emplace_back("live", [](Session& s) {
@@ -208,8 +207,16 @@ TEST(StockWalk, ABadPriceFileStopsTheRunAtItsPlaceWhateverTheThreads) {
   for (const int jobs : {1, 3}) {
     const auto s = Open(dir.path(), "bad", jobs, [](settings::Config&) {});
     platform::NoProgress quiet;
-    message[jobs == 1 ? 0 : 1] = test::ErrorText([&] { BuySignalScan(*s, quiet); });
-    seen[jobs == 1 ? 0 : 1] = Seen(*s, "");
+    std::string passed;
+    message[jobs == 1 ? 0 : 1] = test::ErrorText([&] {
+      try {
+        BuySignalScan(*s, quiet);
+      } catch (const Error& e) {
+        passed = data::WatchListText(PassedBefore(e));
+        throw;
+      }
+    });
+    seen[jobs == 1 ? 0 : 1] = Seen(*s, passed);
   }
   EXPECT_NE(message[0].find("BAD.txt line 2: the low \"x\" is not a number"), std::string::npos)
       << message[0];

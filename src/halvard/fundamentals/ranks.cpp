@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <string>
+#include <vector>
 
 #include "halvard/error.h"
 #include "halvard/fundamentals/stock_data_store.h"
@@ -66,33 +67,35 @@ void StockDataStore::ComputeRSRank(platform::Progress& progress) {
   Rank(db_, kRS, progress, [this](const std::string& s, double r) { SetRSRank(s, r); });
 }
 
-void StockDataStore::EPSRankScan(int16_t percentage, std::string& result) {
-  AppendSymbols("Select Symbol from Stocks where EPSRank>=?", percentage, result);
+std::vector<std::string> StockDataStore::EPSRankScan(int16_t percentage) {
+  return SymbolsInTop("Select Symbol from Stocks where EPSRank>=?", percentage);
 }
 
-void StockDataStore::RSRankScan(int16_t percentage, std::string& result) {
-  AppendSymbols("Select Symbol from Stocks where RSRank>=?", percentage, result);
+std::vector<std::string> StockDataStore::RSRankScan(int16_t percentage) {
+  return SymbolsInTop("Select Symbol from Stocks where RSRank>=?", percentage);
 }
 
-void StockDataStore::IncreasingRSScan(std::string& result, int16_t percentage) {
-  AppendSymbols(
+std::vector<std::string> StockDataStore::IncreasingRSScan(int16_t percentage) {
+  return SymbolsInTop(
       "Select Symbol from Stocks where AvgRS >= PrevAvgRS and RSRank>=? and EPS > 0 "
       "ORDER BY (AvgRS - PrevAvgRS) DESC, RSRank DESC",
-      percentage, result);
+      percentage);
 }
 
-void StockDataStore::IncreasingEPSScan(std::string& result, int16_t percentage) {
-  AppendSymbols(
+std::vector<std::string> StockDataStore::IncreasingEPSScan(int16_t percentage) {
+  return SymbolsInTop(
       "Select Symbol from Stocks where YearEPSEstimate > EPS and EPSRank>=? and EPS > 0 "
       "ORDER BY (YearEPSEstimate - EPS) DESC, EPSRank DESC",
-      percentage, result);
+      percentage);
 }
 
 // Every scan keeps the stocks ranked at least 100 - percentage.
-void StockDataStore::AppendSymbols(const std::string& query, int16_t percentage,
-                                   std::string& result) {
+std::vector<std::string> StockDataStore::SymbolsInTop(const std::string& query,
+                                                      int16_t percentage) {
   const SqlValues threshold = {int64_t{100} - percentage};
-  for (const SqlRow& row : db_.Query(query, threshold)) result += row.front().asText() + "\r\n";
+  std::vector<std::string> symbols;
+  for (const SqlRow& row : db_.Query(query, threshold)) symbols.push_back(row.front().asText());
+  return symbols;
 }
 
 bool StockDataStore::LacksEstimates() {

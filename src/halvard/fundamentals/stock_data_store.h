@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "halvard/fundamentals/sql_database.h"
 #include "halvard/platform/http_client.h"
@@ -70,12 +71,12 @@ class StockDataStore {
   void ComputeEPSRank(platform::Progress& progress);
   void ComputeRSRank(platform::Progress& progress);
 
-  // The rank scans: each selected symbol followed by CR LF, appended to result. Mind the
-  // argument orders: the increasing scans take the result first.
-  void EPSRankScan(int16_t percentage, std::string& result);
-  void RSRankScan(int16_t percentage, std::string& result);
-  void IncreasingRSScan(std::string& result, int16_t percentage);
-  void IncreasingEPSScan(std::string& result, int16_t percentage);
+  // The rank scans: the symbols of the stocks ranked at least 100 - percentage, the increasing
+  // scans' largest rise first.
+  std::vector<std::string> EPSRankScan(int16_t percentage);
+  std::vector<std::string> RSRankScan(int16_t percentage);
+  std::vector<std::string> IncreasingRSScan(int16_t percentage);
+  std::vector<std::string> IncreasingEPSScan(int16_t percentage);
   // Whether the table has stocks but none with an EPS estimate: their company data came from a
   // source without estimates, and the increasing-EPS scan has nothing to compare.
   bool LacksEstimates();
@@ -94,7 +95,7 @@ class StockDataStore {
  private:
   void CreateStocksTable();
   void AddRSAverageColumns();
-  void AppendSymbols(const std::string& query, int16_t percentage, std::string& result);
+  std::vector<std::string> SymbolsInTop(const std::string& query, int16_t percentage);
   void SetColumn(const char* column, SqlValue value, const std::string& symbol);
 
   SqlDatabase db_;

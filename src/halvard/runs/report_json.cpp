@@ -59,12 +59,12 @@ JsonDocument StepJson(const BatchStep& step) {
 
 }  // namespace
 
-JsonDocument ScanJson(const ScanCommand& scan, const Session& session) {
+JsonDocument ScanJson(const ScanCommand& scan, const Session& session, const ScanSymbols& passed) {
   JsonDocument out;
   out["scan"] = std::string(scan.key);
   out["caption"] = std::string(scan.caption);
   out["list"] = scan.overList ? JsonDocument(session.listName) : JsonDocument(nullptr);
-  out["symbols"] = Strings(data::ParseWatchList(session.resultText, "result"));
+  out["symbols"] = Strings(passed);
   return out;
 }
 

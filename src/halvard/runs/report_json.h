@@ -21,8 +21,8 @@
 
 namespace halvard::runs {
 
-// A scan's result: the symbols of the session's result list, in their order.
-JsonDocument ScanJson(const ScanCommand& scan, const Session& session);
+// A scan's result: the list scanned (none for the rank scans) and the symbols that passed.
+JsonDocument ScanJson(const ScanCommand& scan, const Session& session, const ScanSymbols& passed);
 
 // Every sweep of a batch report, its steps with their tables and summaries.
 JsonDocument BatchJson(const BatchResult& result);

@@ -20,13 +20,10 @@ auto Named(std::string_view name) {
   return [name](const Config&) { return std::string(name); };
 }
 
-// A scan of the stock database, into the cleared result text.
+// A scan of the stock database, opened for reading only.
 template <class Scan>
 auto OverDatabase(Scan scan) {
-  return [scan](Session& s, P&) {
-    s.resultText.clear();
-    scan(s.stockDb(Session::Access::kRead), s.config, s.resultText);
-  };
+  return [scan](Session& s, P&) { return scan(s.stockDb(Session::Access::kRead), s.config); };
 }
 
 using fundamentals::StockDataStore;
@@ -41,41 +38,39 @@ constexpr const char* kNeedsEstimates =
 std::span<const ScanCommand> ScanCommands() {
   static const std::array<ScanCommand, 11> commands = {{
       {"52week", "52 Week High",
-       [](Session& s, P& p) { HighScan(s, p, 52, s.config.period52week); },
+       [](Session& s, P& p) { return HighScan(s, p, 52, s.config.period52week); },
        Named(data::kFiftyTwoWeekHighListName)},
       {"xweek", "X High",
-       [](Session& s, P& p) { HighScan(s, p, s.config.periodXQuantity, kXWeekWithinDays); },
+       [](Session& s, P& p) { return HighScan(s, p, s.config.periodXQuantity, kXWeekWithinDays); },
        [](const Config& c) { return data::XWeekHighListName(c.periodXQuantity); }},
       {"unusual", "Unusual Volume",
-       [](Session& s, P& p) { UnusualVolumeScan(s, p, s.config.periodBoxScan); },
+       [](Session& s, P& p) { return UnusualVolumeScan(s, p, s.config.periodBoxScan); },
        Named(data::kUnusualListName)},
-      {"corvane", "Corvanes", [](Session& s, P& p) { CorvaneScan(s, p, s.config.periodBoxScan); },
+      {"corvane", "Corvanes",
+       [](Session& s, P& p) { return CorvaneScan(s, p, s.config.periodBoxScan); },
        Named(data::kCorvaneListName)},
-      {"inbox", "In a Box", [](Session& s, P& p) { InABoxScan(s, p); },
+      {"inbox", "In a Box", [](Session& s, P& p) { return InABoxScan(s, p); },
        Named(data::kInABoxListName)},
-      {"buy", "Buy Signal Scan", [](Session& s, P& p) { BuySignalScan(s, p); },
+      {"buy", "Buy Signal Scan", [](Session& s, P& p) { return BuySignalScan(s, p); },
        Named(data::kBuyListName)},
-      {"belowstoploss", "Below Stop Loss", [](Session& s, P& p) { BelowStopLossScan(s, p); },
+      {"belowstoploss", "Below Stop Loss", [](Session& s, P& p) { return BelowStopLossScan(s, p); },
        Named(data::kBelowStopLossListName)},
       {"increasing-eps", "Increasing EPS Scan",
-       OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
+       OverDatabase([](StockDataStore& db, const Config& c) {
          if (db.LacksEstimates()) throw Error(kNeedsEstimates);
-         db.IncreasingEPSScan(r, c.EPSRankScanPercentage);
+         return db.IncreasingEPSScan(c.EPSRankScanPercentage);
        }),
        Named(data::kIncreasingEPSListName), false},
-      {"increasing-rs", "Increasing RS Scan",
-       OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
-         db.IncreasingRSScan(r, c.RSRankScanPercentage);
+      {"increasing-rs", "Increasing RS Scan", OverDatabase([](StockDataStore& db, const Config& c) {
+         return db.IncreasingRSScan(c.RSRankScanPercentage);
        }),
        Named(data::kIncreasingRSListName), false},
-      {"eps-rank", "Top EPS Rank Scan",
-       OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
-         db.EPSRankScan(c.EPSRankScanPercentage, r);
+      {"eps-rank", "Top EPS Rank Scan", OverDatabase([](StockDataStore& db, const Config& c) {
+         return db.EPSRankScan(c.EPSRankScanPercentage);
        }),
        Named(data::kTopEPSRankListName), false},
-      {"rs-rank", "Top RS Rank Scan",
-       OverDatabase([](StockDataStore& db, const Config& c, std::string& r) {
-         db.RSRankScan(c.RSRankScanPercentage, r);
+      {"rs-rank", "Top RS Rank Scan", OverDatabase([](StockDataStore& db, const Config& c) {
+         return db.RSRankScan(c.RSRankScanPercentage);
        }),
        Named(data::kTopRSRankListName), false},
   }};

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "halvard/platform/progress.h"
+#include "halvard/runs/scans.h"
 #include "halvard/runs/session.h"
 
 namespace halvard::runs {
@@ -15,7 +16,8 @@ namespace halvard::runs {
 struct ScanCommand {
   std::string_view key;      // the command line's name: "52week", "xweek", ...
   std::string_view caption;  // the menu's: "52 Week High", "X High", ...
-  std::function<void(Session&, platform::Progress&)> run;
+  // The symbols that passed (see scans.h for a cancel and for an error on the way).
+  std::function<ScanSymbols(Session&, platform::Progress&)> run;
   std::function<std::string(const settings::Config&)> listName;
   // The rank scans ask the stock database, not the chosen watch list.
   bool overList = true;

@@ -13,23 +13,28 @@ namespace {
 // The frame every scan shares; test decides on the loaded stock, after the backtest when one is
 // asked for.
 template <class Test>
-void Scan(Session& s, platform::Progress& progress, Test&& test,
-          std::optional<engine::BacktestOptions> backtest = std::nullopt) {
-  s.resultText.clear();
+ScanSymbols Scan(Session& s, platform::Progress& progress, Test&& test,
+                 std::optional<engine::BacktestOptions> backtest = std::nullopt) {
+  ScanSymbols passed;
   const int n = static_cast<int>(s.symbols.size());
   const engine::StockView& v = s.view();
-  WalkStocks(s, {.before =
-                     [&](int i) {
-                       if (progress.Cancelled()) return false;
-                       progress.Step(i, n, ShowProgress(i, n - 1));
-                       return true;
-                     },
-                 .missing = [] {},
-                 .loaded =
-                     [&] {
-                       if (test(v)) s.resultText += v.stockSymbol + "\r\n";
-                     },
-                 .backtest = backtest});
+  try {
+    WalkStocks(s, {.before =
+                       [&](int i) {
+                         if (progress.Cancelled()) return false;
+                         progress.Step(i, n, ShowProgress(i, n - 1));
+                         return true;
+                       },
+                   .missing = [] {},
+                   .loaded =
+                       [&] {
+                         if (test(v)) passed.push_back(v.stockSymbol);
+                       },
+                   .backtest = backtest});
+  } catch (const Error& e) {
+    throw ScanStopped(e, std::move(passed));
+  }
+  return passed;
 }
 
 // The engine in signal mode on the loaded stock, as the buy and stop-loss scans ask it: corvanes,
@@ -48,22 +53,22 @@ std::string ShowProgress(int index, int last) {
   return "Processing stock #" + std::to_string(index) + " of " + std::to_string(last);
 }
 
-void HighScan(Session& s, platform::Progress& progress, int weeks, int withinDays) {
+ScanSymbols HighScan(Session& s, platform::Progress& progress, int weeks, int withinDays) {
   const int m = weeks * 5;
   if (m > engine::StockView::kMaxBars) {
     throw Error("a high of the last " + std::to_string(weeks) + " weeks needs " +
                 std::to_string(m) + " days; a price file holds at most " +
                 std::to_string(engine::StockView::kMaxBars));
   }
-  Scan(s, progress, [&](const engine::StockView& v) {
+  return Scan(s, progress, [&](const engine::StockView& v) {
     int index = 0;
     data::GetMax<double>(v.barHigh, m, index);
     return index <= withinDays;
   });
 }
 
-void CorvaneScan(Session& s, platform::Progress& progress, int maxAge) {
-  Scan(s, progress, [&](const engine::StockView& v) {
+ScanSymbols CorvaneScan(Session& s, platform::Progress& progress, int maxAge) {
+  return Scan(s, progress, [&](const engine::StockView& v) {
     const int c = v.corvaneCount;
     bool passed = false;
     for (int k = c - 1; c > 0 && k <= 0; ++k) {
@@ -73,17 +78,17 @@ void CorvaneScan(Session& s, platform::Progress& progress, int maxAge) {
   });
 }
 
-void InABoxScan(Session& s, platform::Progress& progress) {
-  Scan(s, progress, [](const engine::StockView& v) {
+ScanSymbols InABoxScan(Session& s, platform::Progress& progress) {
+  return Scan(s, progress, [](const engine::StockView& v) {
     return v.boxCount > 0 && v.boxEndDay[v.boxCount - 1] == -1;
   });
 }
 
-void UnusualVolumeScan(Session& s, platform::Progress& progress, int maxAge) {
+ScanSymbols UnusualVolumeScan(Session& s, platform::Progress& progress, int maxAge) {
   constexpr uint16_t kUnset = 65535;  // the position is 16 bits wide; unset reads as -1
   uint16_t p = kUnset;
   engine::BackTester& tester = s.tester();
-  Scan(s, progress, [&](const engine::StockView&) {
+  return Scan(s, progress, [&](const engine::StockView&) {
     const int dayCount = s.dayCount();
     bool found = false;
     for (;;) {
@@ -98,20 +103,26 @@ void UnusualVolumeScan(Session& s, platform::Progress& progress, int maxAge) {
   });
 }
 
-void BuySignalScan(Session& s, platform::Progress& progress) {
-  Scan(
+ScanSymbols BuySignalScan(Session& s, platform::Progress& progress) {
+  return Scan(
       s, progress, [&](const engine::StockView&) { return s.tester().buyArmed; },
       SignalBacktest(s));
 }
 
-void BelowStopLossScan(Session& s, platform::Progress& progress) {
-  Scan(
+ScanSymbols BelowStopLossScan(Session& s, platform::Progress& progress) {
+  return Scan(
       s, progress, [&](const engine::StockView&) { return s.tester().stopLossHit; },
       SignalBacktest(s));
 }
 
-void SaveResultList(const Session& s, const std::filesystem::path& file) {
-  data::WriteWatchList(file, s.resultText);
+const ScanSymbols& PassedBefore(const Error& error) {
+  static const ScanSymbols kNone;
+  const auto* stopped = dynamic_cast<const ScanStopped*>(&error);
+  return stopped != nullptr ? stopped->passed() : kNone;
+}
+
+void SaveResultList(const ScanSymbols& symbols, const std::filesystem::path& file) {
+  data::WriteWatchList(file, data::WatchListText(symbols));
 }
 
 }  // namespace halvard::runs

@@ -1,8 +1,8 @@
 #pragma once
 // Session: what the main window owns and both front ends drive: the settings, the chosen watch
 // list and its symbols, the shown symbol (whose RS line the engine reads), whether it may be
-// drawn, the engine with its panes, and the result text the scans fill. A run over a list starts
-// from the state the main window has after selecting that list.
+// drawn, and the engine with its panes. A run over a list starts from the state the main window
+// has after selecting that list.
 
 #include <memory>
 #include <string>
@@ -39,7 +39,6 @@ class Session {
   std::string listName;              // the watch list as the user named it
   std::vector<std::string> symbols;  // its symbols, in file order
   int hotListCursor = 0;
-  std::string resultText;  // the symbols a scan passed, each followed by CR LF
 
   // The chart on the main window's drawing surface (InitChart at start-up, LayOut on every
   // resize), and the status bar's second panel: the newest day and the newest box.
