@@ -48,20 +48,39 @@ void AskForContactIfNeeded(runs::Session& session, settings::ServiceSettings& se
                              stored.text);
 }
 
-// Runs one of the download commands with the source [Services] Fundamentals chooses; Ctrl-C
-// stops between two files. What the source had nothing for is named on stderr.
-template <class Download>
-void RunDownload(const GlobalOptions& options, const char* kept, Download download) {
+// The two downloads of the fundamentals: the command, its help, what a Ctrl-C keeps, and the run.
+struct FundamentalsDownload {
+  const char* name;
+  const char* help;
+  const char* kept;
+  std::vector<std::string> (*download)(runs::Session&, fundamentals::FundamentalsSource&,
+                                       platform::Progress&);
+};
+
+constexpr FundamentalsDownload kDownloads[] = {
+    {"company-data",
+     "Download the company data of every price file's stock that has none yet ([Services] "
+     "Fundamentals chooses the service)",
+     "the company data downloaded so far is stored", runs::DownloadCompanyData},
+    {"eps-data",
+     "Download the EPS line of every price file's stock into eps.dat ([Services] Fundamentals "
+     "chooses the service)",
+     "eps.dat holds the EPS lines downloaded so far", runs::DownloadEPSData},
+};
+
+// Runs one of the downloads with the source [Services] Fundamentals chooses; Ctrl-C stops
+// between two files. What the source had nothing for is named on stderr.
+void RunDownload(const GlobalOptions& options, const FundamentalsDownload& run) {
   const auto session = OpenSession(options, StartMode::kFull);
   settings::ServiceSettings services = OpenServices(options, *session);
   AskForContactIfNeeded(*session, services);
   const auto source = fundamentals::MakeFundamentalsSource(
       services, {[] { return TerminalProgress::InterruptRequested(); }, {}});
   TerminalProgress progress;
-  for (const std::string& missed : download(*session, *source, progress)) {
+  for (const std::string& missed : run.download(*session, *source, progress)) {
     std::cerr << "halvard: nothing for " << missed << "\n";
   }
-  if (progress.Cancelled()) throw Interrupted{kept};
+  if (progress.Cancelled()) throw Interrupted{run.kept};
 }
 
 void RunRank(const GlobalOptions& options, const std::string& which, bool json) {
@@ -89,29 +108,11 @@ void AddFundamentalsCommands(Command& program, const GlobalOptions& options) {
   AddJsonFlag(info, *infoJson);
   info.OnRun([&options, symbol, infoJson] { RunInfo(options, *symbol, *infoJson); });
 
-  program
-      .Subcommand("company-data",
-                  "Download the company data of every price file's stock that has none yet "
-                  "([Services] Fundamentals chooses the service)")
-      .OnRun([&options] {
-        RunDownload(options, "the company data downloaded so far is stored",
-                    [](runs::Session& s, fundamentals::FundamentalsSource& source,
-                       platform::Progress& progress) {
-                      return runs::DownloadCompanyData(s, source, progress);
-                    });
-      });
-
-  program
-      .Subcommand("eps-data",
-                  "Download the EPS line of every price file's stock into eps.dat ([Services] "
-                  "Fundamentals chooses the service)")
-      .OnRun([&options] {
-        RunDownload(options, "eps.dat holds the EPS lines downloaded so far",
-                    [](runs::Session& s, fundamentals::FundamentalsSource& source,
-                       platform::Progress& progress) {
-                      return runs::DownloadEPSData(s, source, progress);
-                    });
-      });
+  for (const FundamentalsDownload& download : kDownloads) {
+    program.Subcommand(download.name, download.help).OnRun([&options, &download] {
+      RunDownload(options, download);
+    });
+  }
 
   auto which = std::make_shared<std::string>();
   auto rankJson = std::make_shared<bool>(false);

@@ -15,6 +15,7 @@
 #include "halvard/runs/session.h"
 #include "halvard/runs/sweep.h"
 #include "halvard/settings/services.h"
+#include "typed_number.h"
 
 class QAction;
 class QComboBox;
@@ -145,16 +146,18 @@ class MainFrm : public QMainWindow {
   void AskStopLoss();
   void AskFilter();
   void JumpTo();
-  void ToggleUnusualVolume();
-  void ToggleRSCheck();
+  // Turns a switch over and says so: "NAME Status", "NAME Enabled" or "NAME Disabled".
+  void Toggle(bool& on, const QString& name);
   void BacktestCurrent(bool signalMode);
   void EditCurrent();
   std::optional<QString> Ask(const QString& title, const QString& prompt);
+  // The "Error" box, as Guarded shows an error.
   void Refuse(const QString& message);
-  // A number asked for at a prompt; nothing when the prompt was cancelled or the answer refused
-  // (then with a message saying that `what` is unchanged).
-  std::optional<int16_t> AskShort(const QString& title, const QString& prompt, const QString& what);
-  std::optional<double> AskDouble(const QString& title, const QString& prompt, const QString& what);
+  // A number asked for at a prompt, read as a setting of type T is (int16_t or double); nothing
+  // when the prompt was cancelled or the answer refused (then with a message saying that `what`
+  // is unchanged).
+  template <class T>
+  std::optional<T> AskNumber(const QString& title, const QString& prompt, const QString& what);
 
   void RunScan(const runs::ScanCommand& command);
   // Shows a sweep window (made afresh unless it is open), when the list has a symbol to run.

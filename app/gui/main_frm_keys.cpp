@@ -37,7 +37,7 @@ void MainFrm::KeyCommand(QChar key) {
       AskRSDays();
       break;
     case u'o':
-      ToggleUnusualVolume();
+      Toggle(s.config.useUnusualVolume, QStringLiteral("Use Unusual Volume"));
       break;
     case u'v':
       AskUnusualVolume();
@@ -52,7 +52,8 @@ void MainFrm::KeyCommand(QChar key) {
       AskBuyMode();
       break;
     case u'e':
-      ToggleRSCheck();
+      Toggle(s.config.rsCheckEnabled, QStringLiteral("RS Check"));
+      UpdateLights();
       break;
     case u'b':
       OpenBatchTest();
@@ -108,37 +109,29 @@ void MainFrm::Refuse(const QString& message) {
   dialogs_.message(this, QStringLiteral("Error"), message, Dialogs::Icon::kCritical);
 }
 
-std::optional<int16_t> MainFrm::AskShort(const QString& title, const QString& prompt,
-                                         const QString& what) {
+template <class T>
+std::optional<T> MainFrm::AskNumber(const QString& title, const QString& prompt,
+                                    const QString& what) {
   const auto answer = Ask(title, prompt);
   if (!answer) return std::nullopt;
-  const Typed<int16_t> number = TypedShort(*answer, what);
-  if (!number.value) Refuse(number.refusal);
-  return number.value;
-}
-
-std::optional<double> MainFrm::AskDouble(const QString& title, const QString& prompt,
-                                         const QString& what) {
-  const auto answer = Ask(title, prompt);
-  if (!answer) return std::nullopt;
-  const Typed<double> number = TypedDouble(*answer, what);
+  const Typed<T> number = TypedAs(T{}, *answer, what);
   if (!number.value) Refuse(number.refusal);
   return number.value;
 }
 
 void MainFrm::AskRSDays() {
-  const auto days = AskShort(QStringLiteral("RS Day Comparison ..."),
-                             QStringLiteral("Enter number of days to do RS comparison?"),
-                             QStringLiteral("RS days"));
+  const auto days = AskNumber<int16_t>(QStringLiteral("RS Day Comparison ..."),
+                                       QStringLiteral("Enter number of days to do RS comparison?"),
+                                       QStringLiteral("RS days"));
   if (!days) return;
   session_->config.rsDayCurr = *days;
   UpdateLights();
 }
 
 void MainFrm::AskUnusualVolume() {
-  const auto x =
-      AskDouble(QStringLiteral("Unusual Volume"), QStringLiteral("Enter the unusual volume %age"),
-                QStringLiteral("The unusual volume %age"));
+  const auto x = AskNumber<double>(QStringLiteral("Unusual Volume"),
+                                   QStringLiteral("Enter the unusual volume %age"),
+                                   QStringLiteral("The unusual volume %age"));
   if (!x) return;
   if (const auto fraction = settings::FractionOrPercentage(*x)) {
     session_->config.unusualVolumePercentage = *fraction;
@@ -147,16 +140,16 @@ void MainFrm::AskUnusualVolume() {
 }
 
 void MainFrm::AskBuyMode() {
-  const auto mode =
-      AskShort(QStringLiteral("Buy Mode"), QStringLiteral("Enter buy mode 1=BoxTop, 2=bounce? "),
-               QStringLiteral("The buy mode"));
+  const auto mode = AskNumber<int16_t>(QStringLiteral("Buy Mode"),
+                                       QStringLiteral("Enter buy mode 1=BoxTop, 2=bounce? "),
+                                       QStringLiteral("The buy mode"));
   if (mode == 1 || mode == 2) session_->config.buyMode = *mode;
 }
 
 void MainFrm::AskStopLoss() {
-  const auto x =
-      AskDouble(QStringLiteral("Stoploss ..."), QStringLiteral("Enter stop loss percentage?"),
-                QStringLiteral("The stop loss"));
+  const auto x = AskNumber<double>(QStringLiteral("Stoploss ..."),
+                                   QStringLiteral("Enter stop loss percentage?"),
+                                   QStringLiteral("The stop loss"));
   if (!x) return;
   // Dollars below the box bottom, stored as typed (unlike the unusual volume, no division).
   session_->config.stopLossLimit = *x;
@@ -184,22 +177,11 @@ void MainFrm::JumpTo() {
   Guarded([&] { session_->ShowSymbol(answer->toStdString()); });
 }
 
-void MainFrm::ToggleUnusualVolume() {
-  bool& on = session_->config.useUnusualVolume;
+void MainFrm::Toggle(bool& on, const QString& name) {
   on = !on;
-  dialogs_.message(this, QStringLiteral("Use Unusual Volume Status"),
-                   on ? QStringLiteral("Use Unusual Volume Enabled")
-                      : QStringLiteral("Use Unusual Volume Disabled"),
+  dialogs_.message(this, name + QStringLiteral(" Status"),
+                   name + (on ? QStringLiteral(" Enabled") : QStringLiteral(" Disabled")),
                    Dialogs::Icon::kInformation);
-}
-
-void MainFrm::ToggleRSCheck() {
-  bool& on = session_->config.rsCheckEnabled;
-  on = !on;
-  dialogs_.message(this, QStringLiteral("RS Check Status"),
-                   on ? QStringLiteral("RS Check Enabled") : QStringLiteral("RS Check Disabled"),
-                   Dialogs::Icon::kInformation);
-  UpdateLights();
 }
 
 void MainFrm::StepHotList(int delta) {

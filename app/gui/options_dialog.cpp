@@ -37,11 +37,12 @@ QString Text(int16_t value) {
   return QString::number(value);
 }
 
-Typed<double> TypedAs(double, const QString& text, const QString& what) {
-  return TypedDouble(text, what);
-}
-Typed<int16_t> TypedAs(int16_t, const QString& text, const QString& what) {
-  return TypedShort(text, what);
+// A check box on a row of its own.
+QCheckBox* AddCheckBox(QFormLayout* form, const char* objectName, const QString& caption) {
+  auto* box = new QCheckBox(caption);
+  box->setObjectName(QString::fromLatin1(objectName));
+  form->addRow(box);
+  return box;
 }
 
 // A path field with its folder button beside it.
@@ -86,12 +87,8 @@ OptionsDialog::OptionsDialog(settings::Config& config, std::function<void()> sav
   buyModeCombo_->setObjectName(QStringLiteral("buyModeCombo"));
   buyModeCombo_->addItems({QStringLiteral("boxTop"), QStringLiteral("bounce")});
   trading->addRow(QStringLiteral("Buy Mode"), buyModeCombo_);
-  rsCheckEnabled_ = new QCheckBox(QStringLiteral("RS Check Enabled"));
-  rsCheckEnabled_->setObjectName(QStringLiteral("rsCheckEnabled"));
-  trading->addRow(rsCheckEnabled_);
-  uvEnabled_ = new QCheckBox(QStringLiteral("Use Unusual Volume"));
-  uvEnabled_->setObjectName(QStringLiteral("uvEnabled"));
-  trading->addRow(uvEnabled_);
+  rsCheckEnabled_ = AddCheckBox(trading, "rsCheckEnabled", QStringLiteral("RS Check Enabled"));
+  uvEnabled_ = AddCheckBox(trading, "uvEnabled", QStringLiteral("Use Unusual Volume"));
   slLimit_ = AddField(trading, "slLimit", QStringLiteral("Stop Loss Limit"));
   rsLimit_ = AddField(trading, "rsLimit", QStringLiteral("RS Days Limit"));
   uvLimit_ = AddField(trading, "uvLimit", QStringLiteral("Unusual Volume Percentage"));
@@ -101,9 +98,8 @@ OptionsDialog::OptionsDialog(settings::Config& config, std::function<void()> sav
       AddField(scans, "RSRankScanPercent", QStringLiteral("RS Rank Scan Top %age"));
   EPSRankScanPercent_ =
       AddField(scans, "EPSRankScanPercent", QStringLiteral("EPS Rank Scan Top %age"));
-  enableGraphShowing_ = new QCheckBox(QStringLiteral("Update Graphs During Scans"));
-  enableGraphShowing_->setObjectName(QStringLiteral("enableGraphShowing"));
-  scans->addRow(enableGraphShowing_);
+  enableGraphShowing_ =
+      AddCheckBox(scans, "enableGraphShowing", QStringLiteral("Update Graphs During Scans"));
   BoxScanPeriod_ = AddField(scans, "BoxScanPeriod", QStringLiteral("Period for other scans"));
   XWeekPeriod_ = AddField(scans, "XWeekPeriod", QStringLiteral("Period for X week High"));
   XQuantity_ = AddField(scans, "XQuantity", QStringLiteral("For X Week High, X ="));

@@ -21,4 +21,13 @@ struct Typed {
 Typed<int16_t> TypedShort(const QString& text, const QString& what);
 Typed<double> TypedDouble(const QString& text, const QString& what);
 
+// The same chosen by the type of the setting the number is for (its value is not read), for code
+// written once for both kinds.
+inline Typed<int16_t> TypedAs(int16_t, const QString& text, const QString& what) {
+  return TypedShort(text, what);
+}
+inline Typed<double> TypedAs(double, const QString& text, const QString& what) {
+  return TypedDouble(text, what);
+}
+
 }  // namespace halvard::gui
