@@ -13,6 +13,8 @@ static_assert(!std::is_copy_constructible_v<Session> && !std::is_move_constructi
 static_assert(!std::is_copy_assignable_v<Session> && !std::is_move_assignable_v<Session>);
 static_assert(!std::is_copy_constructible_v<engine::BackTester> &&
               !std::is_move_constructible_v<engine::BackTester>);
+static_assert(!std::is_copy_assignable_v<engine::BackTester> &&
+              !std::is_move_assignable_v<engine::BackTester>);
 
 class BacktestShownTest : public RunsTest {
  protected:
