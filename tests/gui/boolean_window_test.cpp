@@ -16,10 +16,6 @@
 namespace halvard::gui::testing {
 namespace {
 
-void Click(BooleanWindow& b, const char* button) {
-  b.findChild<QPushButton*>(QString::fromLatin1(button))->click();
-}
-
 QString Current(BooleanWindow& b, const char* box) {
   return b.findChild<QComboBox*>(QString::fromLatin1(box))->currentText();
 }
@@ -30,11 +26,6 @@ QString Result(BooleanWindow& b) {
 
 QString Status(BooleanWindow& b) {
   return b.statusText(1) + "|" + b.statusText(2);
-}
-
-QString FileText(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString("missing");
 }
 
 const QString kNothingOnView =
@@ -137,17 +128,15 @@ class BooleanWindowTest : public QObject {
   }
 
   void theMenuOpensItModally() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
+    Opened o;
     QString seen;
-    QTimer::singleShot(0, w.get(), [&] {
+    QTimer::singleShot(0, o.w.get(), [&] {
       QWidget* modal = QApplication::activeModalWidget();
       if (modal == nullptr) return;
       seen = modal->windowTitle();
       modal->close();
     });
-    w->findChild<QAction*>(QStringLiteral("boolOpMnu"))->trigger();
+    Trigger(*o.w, "boolOpMnu");
     QCOMPARE(seen, QStringLiteral("Boolean Operations"));
   }
 };

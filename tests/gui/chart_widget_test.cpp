@@ -22,6 +22,12 @@ int CountColour(const QImage& image, QRgb colour) {
   return n;
 }
 
+// Shows the window (on the offscreen platform) and waits until it is exposed.
+bool ShownOnScreen(MainFrm& w) {
+  w.show();
+  return QTest::qWaitForWindowExposed(&w);
+}
+
 }  // namespace
 
 class ChartWidgetTest : public QObject {
@@ -36,49 +42,40 @@ class ChartWidgetTest : public QObject {
   }
   void everyViewIsDrawn() {
     QFETCH(QChar, key);
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->resize(1100, 620);
-    w->show();
-    QVERIFY(QTest::qWaitForWindowExposed(w.get()));
-    w->KeyCommand(key);
-    auto* chart = w->findChild<ChartWidget*>(QStringLiteral("StockGraph"));
+    Opened o;
+    o.w->resize(1100, 620);
+    QVERIFY(ShownOnScreen(*o.w));
+    o.w->KeyCommand(key);
+    auto* chart = o.w->findChild<ChartWidget*>(QStringLiteral("StockGraph"));
     const QImage image = chart->image();
     QCOMPARE(image.size(), chart->size() * chart->devicePixelRatioF());
     QVERIFY(CountColour(image, qRgb(0, 255, 255)) > 0);  // range bars
     QVERIFY(CountColour(image, qRgb(0, 255, 0)) > 0);    // volume bars
     QVERIFY(CountColour(image, qRgb(255, 255, 0)) > 0);  // the RS line
-    QVERIFY(w->findChild<QLabel*>(QStringLiteral("notDownloadedError"))->isHidden());
+    QVERIFY(o.w->findChild<QLabel*>(QStringLiteral("notDownloadedError"))->isHidden());
     QDir().mkpath(QStringLiteral("gui-screens"));
-    w->grab().save(QStringLiteral("gui-screens/view-%1.png").arg(w->config().currentView));
+    o.w->grab().save(QStringLiteral("gui-screens/view-%1.png").arg(o.w->config().currentView));
   }
 
   void aClearedChartIsBlackUnderTheLabel() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->show();
-    QVERIFY(QTest::qWaitForWindowExposed(w.get()));
-    w->KeyCommand(u'o');
-    const QImage image = w->findChild<ChartWidget*>(QStringLiteral("StockGraph"))->image();
+    Opened o;
+    QVERIFY(ShownOnScreen(*o.w));
+    o.w->KeyCommand(u'o');
+    const QImage image = o.w->findChild<ChartWidget*>(QStringLiteral("StockGraph"))->image();
     QCOMPARE(CountColour(image, qRgb(0, 0, 0)), image.width() * image.height());
-    QVERIFY(!w->findChild<QLabel*>(QStringLiteral("notDownloadedError"))->isHidden());
+    QVERIFY(!o.w->findChild<QLabel*>(QStringLiteral("notDownloadedError"))->isHidden());
   }
 
   void resizingRedrawsAtTheNewSize() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->show();
-    QVERIFY(QTest::qWaitForWindowExposed(w.get()));
-    auto* chart = w->findChild<ChartWidget*>(QStringLiteral("StockGraph"));
+    Opened o;
+    QVERIFY(ShownOnScreen(*o.w));
+    auto* chart = o.w->findChild<ChartWidget*>(QStringLiteral("StockGraph"));
     const QSize before = chart->image().size();
-    w->resize(w->width() + 200, w->height() + 150);
+    o.w->resize(o.w->width() + 200, o.w->height() + 150);
     QTRY_VERIFY(chart->image().size() != before);
     QCOMPARE(chart->image().size(), chart->size() * chart->devicePixelRatioF());
     // The price area spans the new width: the layout followed the surface.
-    QCOMPARE(w->session().chart.priceFrame.width, chart->width() - 10.0);
+    QCOMPARE(o.w->session().chart.priceFrame.width, chart->width() - 10.0);
   }
 };
 

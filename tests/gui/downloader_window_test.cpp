@@ -24,12 +24,19 @@
 namespace halvard::gui::testing {
 namespace {
 
-// A workspace whose price downloads go to the local server, with no pause between requests.
+std::string Genuine() {
+  return test::GenuineAnswer("table-goog-2011.csv");
+}
+
+// A workspace whose price downloads go to the local server, with no pause between requests; the
+// server answers every symbol with a genuine answer unless a test tells it otherwise.
 struct Served {
   explicit Served(const QString& moreSettings = {}) {
     ws.writeSettings(QStringLiteral("[Services]\nProvider=table\nTable Host=%1\nPause=0\n%2")
                          .arg(QString::fromStdString(server.base()), moreSettings));
+    server.Answer("/table.csv", {test::Reply(200, Genuine())});
   }
+  std::unique_ptr<MainFrm> open() { return ws.open(dialogs); }
   QStringList targets() const {
     QStringList all;
     for (const std::string& t : server.targets()) all << QString::fromStdString(t);
@@ -37,6 +44,7 @@ struct Served {
   }
   test::LocalServer server;
   Workspace ws;
+  FakeDialogs dialogs;
 };
 
 // The event log's entries as "Information text" or "Error text", without their time.
@@ -57,10 +65,6 @@ void Choose(DownloaderWindow& d, const QString& list) {
   }
 }
 
-void ClickDownload(DownloaderWindow& d) {
-  d.findChild<QPushButton*>(QStringLiteral("downloadBtn"))->click();
-}
-
 // The request keys of a date: a=M-1&b=D&c=YYYY (or d, e, f for the end).
 QString DateKeys(const QDate& date, char month, char day, char year) {
   return QStringLiteral("%1=%2&%3=%4&%5=%6")
@@ -70,15 +74,6 @@ QString DateKeys(const QDate& date, char month, char day, char year) {
       .arg(date.day())
       .arg(QChar(year))
       .arg(date.year());
-}
-
-std::string Genuine() {
-  return test::GenuineAnswer("table-goog-2011.csv");
-}
-
-QByteArray FileBytes(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 // Presses the progress window's Cancel once ready() turns true, asked from the event loop
@@ -107,17 +102,16 @@ class DownloaderWindowTest : public QObject {
  private slots:
   void withNoListChosenNothingIsFetched() {
     Served s;
-    FakeDialogs dialogs;
-    auto w = s.ws.open(dialogs);
-    w->findChild<QAction*>(QStringLiteral("downloaderMnu"))->trigger();
+    auto w = s.open();
+    Trigger(*w, "downloaderMnu");
     DownloaderWindow& d = w->OpenDownloader();
     QVERIFY(d.isVisible());
     QCOMPARE(d.windowTitle(), QStringLiteral("Downloader"));
-    ClickDownload(d);
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Halvard 600"));
-    QCOMPARE(dialogs.messages[0].text, QStringLiteral("Please select an inc list first"));
-    QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::kCritical);
+    Click(d, "downloadBtn");
+    QCOMPARE(s.dialogs.messages.size(), size_t{1});
+    QCOMPARE(s.dialogs.messages[0].title, QStringLiteral("Halvard 600"));
+    QCOMPARE(s.dialogs.messages[0].text, QStringLiteral("Please select an inc list first"));
+    QCOMPARE(s.dialogs.messages[0].icon, Dialogs::Icon::kCritical);
     QVERIFY(s.targets().isEmpty());
     QVERIFY(LogEntries(s.ws).isEmpty());
     QCOMPARE(d.statusText(), QStringLiteral("Ready"));
@@ -130,20 +124,19 @@ class DownloaderWindowTest : public QObject {
                     {test::Reply(200, Genuine()), test::Reply(404, "Not Found", "text/plain"),
                      test::Reply(200, Genuine())});
     s.ws.writeList(QStringLiteral("three.inc"), QStringLiteral("GOOG\r\nBAD\r\nORCL\r\n"));
-    FakeDialogs dialogs;
-    auto w = s.ws.open(dialogs);
+    auto w = s.open();
     DownloaderWindow& d = w->OpenDownloader();
     Choose(d, QStringLiteral("three.inc"));
     QString statusWhileRunning;
     QTimer::singleShot(0, &d, [&] { statusWhileRunning = d.statusText(); });
-    ClickDownload(d);
+    Click(d, "downloadBtn");
     QCOMPARE(statusWhileRunning, QStringLiteral("Downloading WatchList three.inc"));
     QCOMPARE(d.statusText(), QStringLiteral("Ready"));
     QCOMPARE(s.targets().size(), 3);
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QCOMPARE(dialogs.messages[0].text,
+    QCOMPARE(s.dialogs.messages.size(), size_t{1});
+    QCOMPARE(s.dialogs.messages[0].text,
              QStringLiteral("Error downloading inc list - Failed to download BAD\n"));
-    QCOMPARE(dialogs.messages[0].icon, Dialogs::Icon::kCritical);
+    QCOMPARE(s.dialogs.messages[0].icon, Dialogs::Icon::kCritical);
     QVERIFY(QFile::exists(s.ws.stocks() + "/GOOG.txt"));
     QVERIFY(QFile::exists(s.ws.stocks() + "/ORCL.txt"));
     QVERIFY(!QFile::exists(s.ws.stocks() + "/BAD.txt"));
@@ -158,11 +151,9 @@ class DownloaderWindowTest : public QObject {
   // first day asked for; two chosen lists are downloaded in turn, each with its answer.
   void skipExistingAndThePeriodReachTheRequest() {
     Served s;
-    s.server.Answer("/table.csv", {test::Reply(200, Genuine())});
     s.ws.writeList(QStringLiteral("two.inc"), QStringLiteral("AMD\r\nNEWSYM\r\n"));
     s.ws.writeList(QStringLiteral("z.inc"), QStringLiteral("AMD\r\n"));
-    FakeDialogs dialogs;
-    auto w = s.ws.open(dialogs);
+    auto w = s.open();
     DownloaderWindow& d = w->OpenDownloader();
     const QDate today = QDate::currentDate();
     QCOMPARE(d.findChild<QDateEdit*>(QStringLiteral("fromDate"))->date(), today.addYears(-1));
@@ -173,15 +164,15 @@ class DownloaderWindowTest : public QObject {
     QCOMPARE(period->itemText(3), QStringLiteral("Last Month"));
     period->setCurrentIndex(3);
     emit period->activated(3);
-    ClickDownload(d);
+    Click(d, "downloadBtn");
     const QStringList targets = s.targets();
     QCOMPARE(targets.size(), 1);
     QVERIFY(targets[0].endsWith(QStringLiteral("&s=NEWSYM")));
     QVERIFY2(targets[0].contains(DateKeys(today.addMonths(-1), 'a', 'b', 'c')),
              qPrintable(targets[0]));
     QVERIFY(targets[0].contains(DateKeys(today, 'd', 'e', 'f')));
-    QCOMPARE(dialogs.messages.size(), size_t{2});
-    for (const auto& m : dialogs.messages) {
+    QCOMPARE(s.dialogs.messages.size(), size_t{2});
+    for (const auto& m : s.dialogs.messages) {
       QCOMPARE(m.text, QStringLiteral("Inc List Successfully download"));
     }
     QVERIFY(LogEntries(s.ws).contains("Information Done Downloading WatchList : two.inc"));
@@ -193,13 +184,11 @@ class DownloaderWindowTest : public QObject {
   // file stays byte for byte, no answer is shown and the list is not closed in the event log.
   void cancelStopsARequestTheServiceHolds() {
     Served s;
-    s.server.Answer("/table.csv", {test::Reply(200, Genuine())});
     s.server.Hold();
     s.ws.writeList(QStringLiteral("one.inc"), QStringLiteral("AMD\r\nGOOG\r\n"));
     const QByteArray before = FileBytes(s.ws.stocks() + "/AMD.txt");
     QVERIFY(!before.isEmpty());
-    FakeDialogs dialogs;
-    auto w = s.ws.open(dialogs);
+    auto w = s.open();
     DownloaderWindow& d = w->OpenDownloader();
     Choose(d, QStringLiteral("one.inc"));
     QElapsedTimer cancelledAt;
@@ -211,14 +200,14 @@ class DownloaderWindowTest : public QObject {
           return s.server.targets().size() == 1;
         },
         cancelledAt);
-    ClickDownload(d);
+    Click(d, "downloadBtn");
     QVERIFY(cancelledAt.isValid());
     QVERIFY2(cancelledAt.elapsed() < kCancelledRunEndsWithinMs,
              qPrintable(QString::number(cancelledAt.elapsed())));
     QCOMPARE(statusWhileHeld, QStringLiteral("Downloading WatchList one.inc"));
     QCOMPARE(s.targets().size(), 1);  // GOOG was never asked for
     QCOMPARE(FileBytes(s.ws.stocks() + "/AMD.txt"), before);
-    QVERIFY(dialogs.messages.empty());
+    QVERIFY(s.dialogs.messages.empty());
     QVERIFY(!w->progressWindow().isVisible());
     QCOMPARE(d.statusText(), QStringLiteral("Ready"));
     // Opened, and, stopped, neither closed nor given a failed symbol.
@@ -234,8 +223,7 @@ class DownloaderWindowTest : public QObject {
                                    test::Reply(200, Genuine())});
     s.ws.writeList(QStringLiteral("one.inc"), QStringLiteral("AMD\r\n"));
     const QByteArray before = FileBytes(s.ws.stocks() + "/AMD.txt");
-    FakeDialogs dialogs;
-    auto w = s.ws.open(dialogs);
+    auto w = s.open();
     DownloaderWindow& d = w->OpenDownloader();
     Choose(d, QStringLiteral("one.inc"));
     QElapsedTimer cancelledAt;
@@ -246,13 +234,13 @@ class DownloaderWindowTest : public QObject {
           return !log.filter(QStringLiteral("Information Retrying ")).isEmpty();
         },
         cancelledAt);
-    ClickDownload(d);
+    Click(d, "downloadBtn");
     QVERIFY(cancelledAt.isValid());
     QVERIFY2(cancelledAt.elapsed() < kCancelledRunEndsWithinMs,
              qPrintable(QString::number(cancelledAt.elapsed())));
     QCOMPARE(s.targets().size(), 1);
     QCOMPARE(FileBytes(s.ws.stocks() + "/AMD.txt"), before);
-    QVERIFY(dialogs.messages.empty());
+    QVERIFY(s.dialogs.messages.empty());
     // The list was opened in the event log and, cancelled, not closed; nothing failed.
     QCOMPARE(LogEntries(s.ws).filter(QStringLiteral("WatchList : one.inc")),
              QStringList{QStringLiteral("Information Downloading WatchList : one.inc")});
@@ -262,24 +250,20 @@ class DownloaderWindowTest : public QObject {
   // An index file the loader refuses does not keep the Downloader from fetching it again.
   void aBrokenIndexCanBeDownloadedAgain() {
     Served s;
-    s.server.Answer("/table.csv", {test::Reply(200, Genuine())});
-    QFile index(s.ws.stocks() + "/^IXIC.txt");
-    QVERIFY(index.open(QIODevice::WriteOnly));
-    index.write("Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,2,0.5,x,100\r\n");
-    index.close();
+    s.ws.writePrices(QStringLiteral("^IXIC"),
+                     "Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,2,0.5,x,100\r\n");
     s.ws.writeList(QStringLiteral("index.inc"), QStringLiteral("^IXIC\r\n"));
-    FakeDialogs dialogs;
-    auto w = s.ws.open(dialogs);
-    QVERIFY(!dialogs.messages.empty());
-    QVERIFY2(dialogs.messages[0].text.endsWith(
+    auto w = s.open();
+    QVERIFY(!s.dialogs.messages.empty());
+    QVERIFY2(s.dialogs.messages[0].text.endsWith(
                  QStringLiteral("line 2: the close \"x\" is not a number")),
-             qPrintable(dialogs.messages[0].text));
-    dialogs.messages.clear();
+             qPrintable(s.dialogs.messages[0].text));
+    s.dialogs.messages.clear();
     DownloaderWindow& d = w->OpenDownloader();
     Choose(d, QStringLiteral("index.inc"));
-    ClickDownload(d);
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QCOMPARE(dialogs.messages[0].text, QStringLiteral("Inc List Successfully download"));
+    Click(d, "downloadBtn");
+    QCOMPARE(s.dialogs.messages.size(), size_t{1});
+    QCOMPARE(s.dialogs.messages[0].text, QStringLiteral("Inc List Successfully download"));
     QVERIFY(s.targets().at(0).endsWith(QStringLiteral("&s=^IXIC")));
     QVERIFY(FileBytes(s.ws.stocks() + "/^IXIC.txt").startsWith("Date,Open,High,Low,Close,Volume"));
   }
@@ -288,10 +272,8 @@ class DownloaderWindowTest : public QObject {
   // again) and stores the day; a second tick that day does nothing.
   void theTimerDownloadsTheChosenListsOnceADay() {
     Served s(QStringLiteral("[Download]\nEnabled=True\nTime=12:00:00 AM\nDate=1/1/00\n"));
-    s.server.Answer("/table.csv", {test::Reply(200, Genuine())});
     s.ws.writeList(QStringLiteral("one.inc"), QStringLiteral("GOOG\r\n"));
-    FakeDialogs dialogs;
-    auto w = s.ws.open(dialogs);
+    auto w = s.open();
     DownloaderWindow& d = w->OpenDownloader();
     auto* label = d.findChild<QLabel*>(QStringLiteral("downloadDate"));
     QCOMPARE(label->text(), QStringLiteral(" Data last downloaded on : \nUnknown"));
@@ -322,7 +304,7 @@ class DownloaderWindowTest : public QObject {
     QVERIFY2(s.ws.settingsText().contains("Date=" + today), qPrintable(s.ws.settingsText()));
     QCOMPARE(d.statusText(), QStringLiteral("Ready"));
     QVERIFY(d.findChild<QPushButton*>(QStringLiteral("downloadBtn"))->isEnabled());
-    QVERIFY(dialogs.messages.empty());
+    QVERIFY(s.dialogs.messages.empty());
 
     QVERIFY(!w->downloadTimer().Tick(noon + 0.1));
     QCOMPARE(s.targets().size(), 1);
@@ -336,13 +318,11 @@ class DownloaderWindowTest : public QObject {
   // once; the lists chosen are settings, so after a restart the timer downloads them.
   void theChosenListsOutliveARestart() {
     Served s(QStringLiteral("[Download]\nEnabled=True\nTime=12:00:00 AM\nDate=1/1/00\n"));
-    s.server.Answer("/table.csv", {test::Reply(200, Genuine())});
     s.ws.writeList(QStringLiteral("one.inc"), QStringLiteral("GOOG\r\n"));
     const QString today = QDate::currentDate().toString(QStringLiteral("M/d/yyyy"));
     const double noon = platform::Today() + 0.5;
-    FakeDialogs dialogs;
     {
-      auto w = s.ws.open(dialogs);
+      auto w = s.open();
       QVERIFY(w->downloadTimer().Tick(noon));
       DownloaderWindow& d = w->OpenDownloader();
       QCOMPARE(d.statusText(), DownloaderWindow::kNoListChosen);
@@ -357,14 +337,14 @@ class DownloaderWindowTest : public QObject {
       w->close();
     }
     QVERIFY2(s.ws.settingsText().contains("Lists=one.inc"), qPrintable(s.ws.settingsText()));
-    auto w = s.ws.open(dialogs);
+    auto w = s.open();
     QVERIFY(w->downloadTimer().Tick(noon));
     QCOMPARE(s.targets().size(), 1);
     QVERIFY(s.ws.settingsText().contains("Date=" + today));
     auto* lists = w->OpenDownloader().findChild<QListWidget*>(QStringLiteral("incList"));
     QCOMPARE(lists->selectedItems().size(), 1);
     QCOMPARE(lists->selectedItems().at(0)->text(), QStringLiteral("one.inc"));
-    QVERIFY(dialogs.messages.empty());
+    QVERIFY(s.dialogs.messages.empty());
   }
 };
 

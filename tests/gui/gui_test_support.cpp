@@ -1,7 +1,9 @@
 #include "gui_test_support.h"
 
+#include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QPushButton>
 
 namespace halvard::gui::testing {
 namespace {
@@ -13,12 +15,12 @@ void CopyFolder(const QString& from, const QString& to) {
   }
 }
 
-void WriteText(const QString& path, const QString& text) {
-  QFile file(path);
-  if (file.open(QIODevice::WriteOnly)) file.write(text.toUtf8());
-}
-
 }  // namespace
+
+void WriteBytes(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  if (file.open(QIODevice::WriteOnly)) file.write(bytes);
+}
 
 Workspace::Workspace(bool withSamples) {
   if (withSamples) {
@@ -37,11 +39,15 @@ QString Workspace::settingsText() const {
 }
 
 void Workspace::writeSettings(const QString& text) const {
-  WriteText(settingsFile(), text);
+  WriteBytes(settingsFile(), text.toUtf8());
 }
 
 void Workspace::writeList(const QString& name, const QString& text) const {
-  WriteText(lists() + "/" + name, text);
+  WriteBytes(lists() + "/" + name, text.toUtf8());
+}
+
+void Workspace::writePrices(const QString& symbol, const QByteArray& text) const {
+  WriteBytes(stocks() + "/" + symbol + ".txt", text);
 }
 
 MainFrm::StartOptions Workspace::start() const {
@@ -55,6 +61,25 @@ MainFrm::StartOptions Workspace::start() const {
 
 std::unique_ptr<MainFrm> Workspace::open(Dialogs& dialogs) const {
   return std::make_unique<MainFrm>(start(), dialogs);
+}
+
+QByteArray FileBytes(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString FileText(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll())
+                                        : QStringLiteral("(no file)");
+}
+
+void Click(QWidget& window, const char* button) {
+  window.findChild<QPushButton*>(QString::fromLatin1(button))->click();
+}
+
+void Trigger(MainFrm& w, const char* action) {
+  w.findChild<QAction*>(QString::fromLatin1(action))->trigger();
 }
 
 }  // namespace halvard::gui::testing

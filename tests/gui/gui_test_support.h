@@ -83,6 +83,8 @@ class Workspace {
   QString settingsText() const;
   void writeSettings(const QString& text) const;
   void writeList(const QString& name, const QString& text) const;
+  // A price file of the stock folder, written as given (no check that it loads).
+  void writePrices(const QString& symbol, const QByteArray& text) const;
 
   MainFrm::StartOptions start() const;
   std::unique_ptr<MainFrm> open(Dialogs& dialogs) const;
@@ -90,5 +92,32 @@ class Workspace {
  private:
   QTemporaryDir dir_;
 };
+
+// A price file the loader refuses at its line 2, and what it says of it as XLNX.txt (the sample
+// list's last symbol).
+inline const QByteArray kRefusedPrices =
+    "Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,two,0.5,1.5,100\r\n";
+inline const QString kXlnxRefused =
+    QStringLiteral("XLNX.txt line 2: the high \"two\" is not a number");
+
+// A main window on a fresh copy of the samples (or on two empty folders), with the dialogs it
+// talks to: where most window tests start. A test that prepares its workspace first opens the
+// window itself.
+struct Opened {
+  explicit Opened(bool withSamples = true) : ws(withSamples), w(ws.open(dialogs)) {}
+  Workspace ws;
+  FakeDialogs dialogs;
+  std::unique_ptr<MainFrm> w;
+};
+
+// A file's text, or "(no file)" when it cannot be read, so an empty file and a missing one differ;
+// its bytes (none when it cannot be read); a file written as given.
+QString FileText(const QString& path);
+QByteArray FileBytes(const QString& path);
+void WriteBytes(const QString& path, const QByteArray& bytes);
+
+// Clicks the named push button of a window; triggers the named menu entry of the main window.
+void Click(QWidget& window, const char* button);
+void Trigger(MainFrm& w, const char* action);
 
 }  // namespace halvard::gui::testing

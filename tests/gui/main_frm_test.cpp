@@ -69,15 +69,13 @@ class MainFrmTest : public QObject {
   }
 
   void anEmptyListFolderSelectsNothing() {
-    Workspace ws(false);
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    Opened o(false);
+    auto* lists = o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
     QCOMPARE(lists->count(), 0);
     QCOMPARE(lists->currentIndex(), -1);
-    QCOMPARE(w->findChild<QListWidget*>(QStringLiteral("HotList"))->count(), 0);
-    QVERIFY(!w->session().chartReady);
-    QVERIFY(LabelShown(*w));
+    QCOMPARE(o.w->findChild<QListWidget*>(QStringLiteral("HotList"))->count(), 0);
+    QVERIFY(!o.w->session().chartReady);
+    QVERIFY(LabelShown(*o.w));
   }
 
   void selectingAListShowsItsFirstSymbol() {
@@ -118,16 +116,15 @@ class MainFrmTest : public QObject {
   // A failed "j" leaves nothing to draw: a view key afterwards shows the label again, not the
   // bars of the symbol before under the new name.
   void aViewKeyAfterAFailedJumpShowsTheLabel() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    dialogs.answers = {QString("ZZZZ")};
-    w->KeyCommand(u'j');
-    w->KeyCommand(u'y');
-    QCOMPARE(WindowTexts(*w), (QStringList{"One Year View - ZZZZ", "", "Data Not Downloaded Yet"}));
-    w->KeyCommand(u'.');  // the next symbol loads and shows
-    QVERIFY(!LabelShown(*w));
-    QVERIFY(StatusPanel(*w, 2).startsWith(QStringLiteral("Last Day - ")));
+    Opened o;
+    o.dialogs.answers = {QString("ZZZZ")};
+    o.w->KeyCommand(u'j');
+    o.w->KeyCommand(u'y');
+    QCOMPARE(WindowTexts(*o.w),
+             (QStringList{"One Year View - ZZZZ", "", "Data Not Downloaded Yet"}));
+    o.w->KeyCommand(u'.');  // the next symbol loads and shows
+    QVERIFY(!LabelShown(*o.w));
+    QVERIFY(StatusPanel(*o.w, 2).startsWith(QStringLiteral("Last Day - ")));
   }
 
   // Choosing the list already shown loads it again: edited on disk, or after "f" loaded another.
@@ -154,42 +151,33 @@ class MainFrmTest : public QObject {
 
   // "Edit Current": $VISUAL, then $EDITOR, then the desktop's program; else a message says why.
   void editCurrentOpensTheListInTheUsersEditor() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    QAction* edit = w->findChild<QAction*>(QStringLiteral("editCurrentWatchListMnu"));
-    const QString list = ws.lists() + "/sample.inc";
-    const QString seen = ws.lists() + "/../edited.txt";
+    Opened o;
+    QAction* edit = o.w->findChild<QAction*>(QStringLiteral("editCurrentWatchListMnu"));
+    const QString list = o.ws.lists() + "/sample.inc";
+    const QString seen = o.ws.lists() + "/../edited.txt";
     // An editor that writes down the file it was given.
-    const QString editor = ws.lists() + "/../editor.sh";
-    QFile script(editor);
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write(QStringLiteral("#!/bin/sh\nprintf %s \"$2\" > '%1'\n").arg(seen).toUtf8());
-    script.close();
-    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString editor = o.ws.lists() + "/../editor.sh";
+    WriteBytes(editor, QStringLiteral("#!/bin/sh\nprintf %s \"$2\" > '%1'\n").arg(seen).toUtf8());
+    QFile(editor).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     const QByteArray visual = qgetenv("VISUAL"), editorVar = qgetenv("EDITOR");
     qputenv("VISUAL", (QStringLiteral("/nonexistent/editor")).toUtf8());
     qputenv("EDITOR", (editor + " --wait").toUtf8());
     edit->trigger();
-    const auto written = [&] {
-      QFile file(seen);
-      return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    };
-    QTRY_COMPARE(written(), list);
-    QVERIFY(dialogs.messages.empty());
-    QVERIFY(dialogs.desktopOpened.empty());
+    QTRY_COMPARE(FileText(seen), list);
+    QVERIFY(o.dialogs.messages.empty());
+    QVERIFY(o.dialogs.desktopOpened.empty());
 
     qunsetenv("VISUAL");
     qunsetenv("EDITOR");
-    dialogs.desktopTakes = true;
+    o.dialogs.desktopTakes = true;
     edit->trigger();
-    QCOMPARE(dialogs.desktopOpened, std::vector<QString>{list});
-    QVERIFY(dialogs.messages.empty());
-    dialogs.desktopTakes = false;
+    QCOMPARE(o.dialogs.desktopOpened, std::vector<QString>{list});
+    QVERIFY(o.dialogs.messages.empty());
+    o.dialogs.desktopTakes = false;
     edit->trigger();
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QVERIFY(dialogs.messages[0].text.contains(list));
-    QVERIFY(dialogs.messages[0].text.contains(QStringLiteral("neither $VISUAL nor $EDITOR")));
+    QCOMPARE(o.dialogs.messages.size(), size_t{1});
+    QVERIFY(o.dialogs.messages[0].text.contains(list));
+    QVERIFY(o.dialogs.messages[0].text.contains(QStringLiteral("neither $VISUAL nor $EDITOR")));
     qputenv("VISUAL", visual);
     qputenv("EDITOR", editorVar);
   }
@@ -221,15 +209,13 @@ class MainFrmTest : public QObject {
   // With "Update Graphs During Scans" on, the chart follows the scan stock by stock.
   void scansRedrawEachStockWhenAsked() {
     for (const bool follow : {true, false}) {
-      Workspace ws;
-      FakeDialogs dialogs;
-      auto w = ws.open(dialogs);
-      w->config().enableGraphUpdate = follow;
+      Opened o;
+      o.w->config().enableGraphUpdate = follow;
       QSet<QString> titles;
       QTimer watch;
-      connect(&watch, &QTimer::timeout, w.get(), [&] { titles << StatusPanel(*w, 1); });
+      connect(&watch, &QTimer::timeout, o.w.get(), [&] { titles << StatusPanel(*o.w, 1); });
       watch.start(0);
-      w->findChild<QAction*>(QStringLiteral("inboxScanMnu"))->trigger();
+      Trigger(*o.w, "inboxScanMnu");
       watch.stop();
       if (follow) {
         QVERIFY2(titles.size() > 20, qPrintable(QStringList(titles.values()).join(", ")));
@@ -240,51 +226,47 @@ class MainFrmTest : public QObject {
   }
 
   void upperCaseLettersOnlyClearTheChart() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    const auto before = Settings(*w);
+    Opened o;
+    const auto before = Settings(*o.w);
     for (const QChar key : QStringLiteral("YRQOEUVLFJTGMA5")) {
       if (key == u'5') continue;  // the one lower-case control: it redraws
-      w->KeyCommand(key);
-      QVERIFY2(!w->session().chartReady, qPrintable(QString(key)));
-      QVERIFY(LabelShown(*w));
+      o.w->KeyCommand(key);
+      QVERIFY2(!o.w->session().chartReady, qPrintable(QString(key)));
+      QVERIFY(LabelShown(*o.w));
     }
-    QVERIFY(dialogs.prompts.empty());
-    QVERIFY(dialogs.messages.empty());
-    QVERIFY(Settings(*w) == before);
-    QVERIFY(!QFile::exists(ws.settingsFile()));  // "Q" is not "q": nothing was written
-    w->KeyCommand(u'5');
-    QVERIFY(w->session().chartReady);
-    QVERIFY(!LabelShown(*w));
+    QVERIFY(o.dialogs.prompts.empty());
+    QVERIFY(o.dialogs.messages.empty());
+    QVERIFY(Settings(*o.w) == before);
+    QVERIFY(!QFile::exists(o.ws.settingsFile()));  // "Q" is not "q": nothing was written
+    o.w->KeyCommand(u'5');
+    QVERIFY(o.w->session().chartReady);
+    QVERIFY(!LabelShown(*o.w));
   }
 
   // Typed keys reach the commands whichever list has focus, and the list does not also take
   // them as a search for a symbol.
   void keysTypedIntoTheListsAreCommands() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->show();
-    QVERIFY(QTest::qWaitForWindowActive(w.get()));
-    auto* hot = w->findChild<QListWidget*>(QStringLiteral("HotList"));
+    Opened o;
+    o.w->show();
+    QVERIFY(QTest::qWaitForWindowActive(o.w.get()));
+    auto* hot = o.w->findChild<QListWidget*>(QStringLiteral("HotList"));
     hot->setFocus();
     QTest::keyClicks(hot, QStringLiteral("Y"));
-    QCOMPARE(w->config().currentView, 4);
-    QVERIFY(LabelShown(*w));
+    QCOMPARE(o.w->config().currentView, 4);
+    QVERIFY(LabelShown(*o.w));
     QTest::keyClicks(hot, QStringLiteral("y."));
-    QCOMPARE(w->config().currentView, 5);
-    QCOMPARE(w->session().hotListCursor, 1);
+    QCOMPARE(o.w->config().currentView, 5);
+    QCOMPARE(o.w->session().hotListCursor, 1);
     QCOMPARE(hot->currentRow(), 0);
-    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    auto* lists = o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
     lists->setFocus();
     QTest::keyClicks(lists, QStringLiteral("5"));
-    QCOMPARE(w->config().currentView, 1);
+    QCOMPARE(o.w->config().currentView, 1);
     // Arrow keys stay the list's own: the next row is selected and shown.
     hot->setFocus();
     QTest::keyClick(hot, Qt::Key_Down);
     QCOMPARE(hot->currentRow(), 1);
-    QVERIFY(StatusPanel(*w, 1).endsWith(hot->item(1)->text()));
+    QVERIFY(StatusPanel(*o.w, 1).endsWith(hot->item(1)->text()));
   }
 
   void viewKeysSetTheViewAndRedraw_data() {
@@ -301,15 +283,13 @@ class MainFrmTest : public QObject {
     QFETCH(QChar, key);
     QFETCH(int, view);
     QFETCH(QString, title);
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->KeyCommand(u'o');  // leaves the chart cleared
-    QVERIFY(LabelShown(*w));
-    w->KeyCommand(key);
-    QCOMPARE(w->config().currentView, view);
-    QVERIFY(!LabelShown(*w));
-    QVERIFY(StatusPanel(*w, 1).startsWith(title));
+    Opened o;
+    o.w->KeyCommand(u'o');  // leaves the chart cleared
+    QVERIFY(LabelShown(*o.w));
+    o.w->KeyCommand(key);
+    QCOMPARE(o.w->config().currentView, view);
+    QVERIFY(!LabelShown(*o.w));
+    QVERIFY(StatusPanel(*o.w, 1).startsWith(title));
   }
 
   // "v": a fraction as it is, more than 1 as a percentage, 1 and below 0 ignored; text that is
@@ -331,16 +311,14 @@ class MainFrmTest : public QObject {
     QFETCH(QString, answer);
     QFETCH(double, stored);
     QFETCH(bool, refused);
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    dialogs.answers.push_back(answer);
-    w->KeyCommand(u'v');
-    QCOMPARE(dialogs.prompts.back(),
+    Opened o;
+    o.dialogs.answers.push_back(answer);
+    o.w->KeyCommand(u'v');
+    QCOMPARE(o.dialogs.prompts.back(),
              QStringLiteral("Unusual Volume / Enter the unusual volume %age"));
-    QCOMPARE(w->config().unusualVolumePercentage, stored);
-    QCOMPARE(dialogs.messages.size(), size_t{refused ? 1u : 0u});
-    if (refused) QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
+    QCOMPARE(o.w->config().unusualVolumePercentage, stored);
+    QCOMPARE(o.dialogs.messages.size(), size_t{refused ? 1u : 0u});
+    if (refused) QCOMPARE(o.dialogs.messages[0].title, QStringLiteral("Error"));
   }
 
   // The other numeric prompts: what each stores and what each refuses.
@@ -350,30 +328,19 @@ class MainFrmTest : public QObject {
     QTest::addColumn<QString>("setting");  // "Section/Value Name"
     QTest::addColumn<QString>("expected");
     QTest::addColumn<bool>("refused");
-    QTest::newRow("u 3") << QChar(u'u') << "3"
-                         << "Batch/BuyMode"
-                         << "1" << false;
-    QTest::newRow("u 2") << QChar(u'u') << "2"
-                         << "Batch/BuyMode"
-                         << "2" << false;
-    QTest::newRow("u x") << QChar(u'u') << "x"
-                         << "Batch/BuyMode"
-                         << "1" << true;
-    QTest::newRow("r 15") << QChar(u'r') << "15"
-                          << "Batch/RS Days"
-                          << "15" << false;
-    QTest::newRow("r 40000") << QChar(u'r') << "40000"
-                             << "Batch/RS Days"
-                             << "10" << true;
-    QTest::newRow("l 0.5") << QChar(u'l') << "0.5"
-                           << "Batch/Stop Loss Limit"
-                           << "0.5" << false;
-    QTest::newRow("l 2") << QChar(u'l') << "2"
-                         << "Batch/Stop Loss Limit"
-                         << "2" << false;
-    QTest::newRow("l ten") << QChar(u'l') << "ten"
-                           << "Batch/Stop Loss Limit"
-                           << "0.125" << true;
+    const auto row = [](QChar key, const char* answer, const char* setting, const char* expected,
+                        bool refused) {
+      QTest::addRow("%c %s", key.toLatin1(), answer)
+          << key << QString(answer) << QString(setting) << QString(expected) << refused;
+    };
+    row(u'u', "3", "Batch/BuyMode", "1", false);
+    row(u'u', "2", "Batch/BuyMode", "2", false);
+    row(u'u', "x", "Batch/BuyMode", "1", true);
+    row(u'r', "15", "Batch/RS Days", "15", false);
+    row(u'r', "40000", "Batch/RS Days", "10", true);
+    row(u'l', "0.5", "Batch/Stop Loss Limit", "0.5", false);
+    row(u'l', "2", "Batch/Stop Loss Limit", "2", false);
+    row(u'l', "ten", "Batch/Stop Loss Limit", "0.125", true);
   }
   void numericPrompts() {
     QFETCH(QChar, key);
@@ -381,17 +348,16 @@ class MainFrmTest : public QObject {
     QFETCH(QString, setting);
     QFETCH(QString, expected);
     QFETCH(bool, refused);
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    dialogs.answers.push_back(answer);
-    w->KeyCommand(key);
+    Opened o;
+    o.dialogs.answers.push_back(answer);
+    o.w->KeyCommand(key);
     const QStringList names = setting.split('/');
     const auto text =
-        settings::GetSettingText(w->config(), names[0].toStdString(), names[1].toStdString()).text;
+        settings::GetSettingText(o.w->config(), names[0].toStdString(), names[1].toStdString())
+            .text;
     QCOMPARE(QString::fromStdString(text), expected);
-    QCOMPARE(dialogs.messages.size(), size_t{refused ? 1u : 0u});
-    if (refused) QVERIFY(dialogs.messages[0].text.contains(answer));
+    QCOMPARE(o.dialogs.messages.size(), size_t{refused ? 1u : 0u});
+    if (refused) QVERIFY(o.dialogs.messages[0].text.contains(answer));
   }
 
   void hotListCursorWrapsAndLeavesTheSelectionAlone() {
@@ -421,19 +387,17 @@ class MainFrmTest : public QObject {
   }
 
   void togglesSayTheirNewState() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->KeyCommand(u'o');
-    w->KeyCommand(u'e');
-    w->KeyCommand(u'e');
-    QCOMPARE(dialogs.messages.size(), size_t{3});
-    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Use Unusual Volume Status"));
-    QCOMPARE(dialogs.messages[0].text, QStringLiteral("Use Unusual Volume Disabled"));
-    QCOMPARE(dialogs.messages[1].text, QStringLiteral("RS Check Disabled"));
-    QCOMPARE(dialogs.messages[2].text, QStringLiteral("RS Check Enabled"));
-    QVERIFY(!w->config().useUnusualVolume);
-    QVERIFY(LabelShown(*w));
+    Opened o;
+    o.w->KeyCommand(u'o');
+    o.w->KeyCommand(u'e');
+    o.w->KeyCommand(u'e');
+    QCOMPARE(o.dialogs.messages.size(), size_t{3});
+    QCOMPARE(o.dialogs.messages[0].title, QStringLiteral("Use Unusual Volume Status"));
+    QCOMPARE(o.dialogs.messages[0].text, QStringLiteral("Use Unusual Volume Disabled"));
+    QCOMPARE(o.dialogs.messages[1].text, QStringLiteral("RS Check Disabled"));
+    QCOMPARE(o.dialogs.messages[2].text, QStringLiteral("RS Check Enabled"));
+    QVERIFY(!o.w->config().useUnusualVolume);
+    QVERIFY(LabelShown(*o.w));
   }
 
   void filterAndJumpLoadWhatWasTyped() {
@@ -458,78 +422,61 @@ class MainFrmTest : public QObject {
   }
 
   void backtestKeysShowTheLogPane() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->KeyCommand(u'm');
-    QVERIFY(w->backtestWindow().isVisible());
-    QVERIFY(w->backtestWindow().text().contains(QStringLiteral("Backtesting - ")));
-    w->KeyCommand(u'a');
-    QVERIFY(!w->backtestWindow().isVisible());
-    QVERIFY(!w->session().chartReady);
+    Opened o;
+    o.w->KeyCommand(u'm');
+    QVERIFY(o.w->backtestWindow().isVisible());
+    QVERIFY(o.w->backtestWindow().text().contains(QStringLiteral("Backtesting - ")));
+    o.w->KeyCommand(u'a');
+    QVERIFY(!o.w->backtestWindow().isVisible());
+    QVERIFY(!o.w->session().chartReady);
   }
 
   void scansOfferTheirListName() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    dialogs.saveAnswer = ws.lists() + "/found.inc";
-    w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
-    w->findChild<QAction*>(QStringLiteral("xHiMnu"))->trigger();
-    QCOMPARE(dialogs.proposedSaves,
-             (std::vector<QString>{ws.lists() + " / buy", ws.lists() + " / 4WeekHigh"}));
-    QVERIFY(QFile::exists(ws.lists() + "/found.inc"));
-    QVERIFY(w->findChild<QComboBox*>(QStringLiteral("IncListBox"))->findText("found.inc") >= 0);
-    QVERIFY(!w->progressWindow().isVisible());
+    Opened o;
+    o.dialogs.saveAnswer = o.ws.lists() + "/found.inc";
+    Trigger(*o.w, "bsScanMnu");
+    Trigger(*o.w, "xHiMnu");
+    QCOMPARE(o.dialogs.proposedSaves,
+             (std::vector<QString>{o.ws.lists() + " / buy", o.ws.lists() + " / 4WeekHigh"}));
+    QVERIFY(QFile::exists(o.ws.lists() + "/found.inc"));
+    QVERIFY(o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"))->findText("found.inc") >= 0);
+    QVERIFY(!o.w->progressWindow().isVisible());
   }
 
   // A scan that reaches a file the loader refuses names the file, the line and the problem,
   // with the symbols it passed before it, and offers nothing to save.
   void aScanStoppedByARefusedFileShowsWhatItFound() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    dialogs.saveAnswer = ws.lists() + "/whole.inc";
-    w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
-    QFile whole(ws.lists() + "/whole.inc");
-    QVERIFY(whole.open(QIODevice::ReadOnly));
-    QStringList passed = QString::fromUtf8(whole.readAll()).split("\r\n", Qt::SkipEmptyParts);
+    Opened o;
+    o.dialogs.saveAnswer = o.ws.lists() + "/whole.inc";
+    Trigger(*o.w, "bsScanMnu");
+    QStringList passed = FileText(o.ws.lists() + "/whole.inc").split("\r\n", Qt::SkipEmptyParts);
     QCOMPARE(passed.takeLast(), QStringLiteral("XLNX"));  // the list's last symbol
     QVERIFY(passed.size() > 1);
 
-    QFile bad(ws.stocks() + "/XLNX.txt");
-    QVERIFY(bad.open(QIODevice::WriteOnly));
-    bad.write("Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,two,0.5,1.5,100\r\n");
-    bad.close();
-    dialogs.proposedSaves.clear();
-    w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
-    QVERIFY(dialogs.proposedSaves.empty());
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
-    const QString text = dialogs.messages[0].text;
-    QVERIFY2(text.endsWith(QStringLiteral("XLNX.txt line 2: the high \"two\" is not a number\n\n"
-                                          "Nothing was saved. Passed before it: ") +
+    o.ws.writePrices(QStringLiteral("XLNX"), kRefusedPrices);
+    o.dialogs.proposedSaves.clear();
+    Trigger(*o.w, "bsScanMnu");
+    QVERIFY(o.dialogs.proposedSaves.empty());
+    QCOMPARE(o.dialogs.messages.size(), size_t{1});
+    QCOMPARE(o.dialogs.messages[0].title, QStringLiteral("Error"));
+    const QString text = o.dialogs.messages[0].text;
+    QVERIFY2(text.endsWith(kXlnxRefused + "\n\nNothing was saved. Passed before it: " +
                            passed.join(QStringLiteral(", "))),
              qPrintable(text));
   }
 
   // Tools > Check Price Files: the loader's verdict on every file of the folder, in a window.
   void checkPriceFilesShowsWhatDoesNotLoad() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    QFile bad(ws.stocks() + "/ZZZ.txt");
-    QVERIFY(bad.open(QIODevice::WriteOnly));
-    bad.write("Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,two,0.5,1.5,100\r\n");
-    bad.close();
-    w->findChild<QAction*>(QStringLiteral("checkPriceFilesMnuItem"))->trigger();
-    const auto* report = w->findChild<TextWindow*>(QStringLiteral("checkPriceFiles"));
+    Opened o;
+    o.ws.writePrices(QStringLiteral("ZZZ"), kRefusedPrices);
+    Trigger(*o.w, "checkPriceFilesMnuItem");
+    const auto* report = o.w->findChild<TextWindow*>(QStringLiteral("checkPriceFiles"));
     QVERIFY(report != nullptr);
     QVERIFY(report->isVisible());
     QCOMPARE(report->windowTitle(), QStringLiteral("Check Price Files"));
     QCOMPARE(report->text(), QStringLiteral("ZZZ.txt:2: the high \"two\" is not a number\n"
                                             "42 files checked: 1 does not load\n"));
-    QVERIFY(dialogs.messages.empty());
+    QVERIFY(o.dialogs.messages.empty());
   }
 
   // Trade > Today's Report: the newest day's daily reports in a window, or a message saying
@@ -550,13 +497,9 @@ class MainFrmTest : public QObject {
     QVERIFY(w->findChild<TextWindow*>(QStringLiteral("todaysReport")) == nullptr);
 
     QVERIFY(QDir().mkpath(reports));
-    const auto write = [&](const char* name, const char* text) {
-      QFile file(reports + QLatin1Char('/') + QLatin1String(name));
-      QVERIFY(file.open(QIODevice::WriteOnly));
-      file.write(text);
-    };
-    write("2026-11-23-sample.txt", "Daily report for sample on 11/23/2026\r\n");
-    write("2026-11-24-sample.txt", "Daily report for sample on 11/24/2026\r\nABC\tBuy\r\n");
+    WriteBytes(reports + "/2026-11-23-sample.txt", "Daily report for sample on 11/23/2026\r\n");
+    WriteBytes(reports + "/2026-11-24-sample.txt",
+               "Daily report for sample on 11/24/2026\r\nABC\tBuy\r\n");
     entry->trigger();
     const auto* report = w->findChild<TextWindow*>(QStringLiteral("todaysReport"));
     QVERIFY(report != nullptr);
@@ -593,78 +536,69 @@ class MainFrmTest : public QObject {
   // While a scan runs the window keeps painting but takes no other command; Cancel stops it
   // between two stocks and nothing is offered for saving.
   void aCancelledScanSavesNothing() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->show();
+    Opened o;
+    o.w->show();
     bool menusWhileRunning = true;
     QString shownWhileRunning;
-    QTimer::singleShot(0, w.get(), [&] {
-      menusWhileRunning = w->menuBar()->isEnabled();
-      shownWhileRunning = w->progressWindow().labelText() + " | " + w->progressWindow().barText();
-      QTest::keyClicks(w->findChild<QListWidget*>(QStringLiteral("HotList")), "y");
-      w->progressWindow().Cancel();
+    QTimer::singleShot(0, o.w.get(), [&] {
+      menusWhileRunning = o.w->menuBar()->isEnabled();
+      shownWhileRunning =
+          o.w->progressWindow().labelText() + " | " + o.w->progressWindow().barText();
+      QTest::keyClicks(o.w->findChild<QListWidget*>(QStringLiteral("HotList")), "y");
+      o.w->progressWindow().Cancel();
     });
-    dialogs.saveAnswer = ws.lists() + "/never.inc";
-    w->findChild<QAction*>(QStringLiteral("bsScanMnu"))->trigger();
+    o.dialogs.saveAnswer = o.ws.lists() + "/never.inc";
+    Trigger(*o.w, "bsScanMnu");
     QVERIFY(!menusWhileRunning);
-    QCOMPARE(w->config().currentView, 4);  // the key typed meanwhile was no command
+    QCOMPARE(o.w->config().currentView, 4);  // the key typed meanwhile was no command
     QCOMPARE(shownWhileRunning, QStringLiteral("Processing stock #0 of 39 | 0%"));
-    QVERIFY(dialogs.proposedSaves.empty());
-    QVERIFY(!QFile::exists(ws.lists() + "/never.inc"));
-    QVERIFY(w->menuBar()->isEnabled());
-    QVERIFY(!w->progressWindow().isVisible());
+    QVERIFY(o.dialogs.proposedSaves.empty());
+    QVERIFY(!QFile::exists(o.ws.lists() + "/never.inc"));
+    QVERIFY(o.w->menuBar()->isEnabled());
+    QVERIFY(!o.w->progressWindow().isVisible());
   }
 
   // Looking never writes the stock database: start-up, the information page and a rank scan
   // work while it does not exist, and it first appears when a command that writes it runs.
   void onlyACommandThatWritesCreatesTheStockDatabase() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    const QString database = ws.lists() + "/stockdata.mdb";
+    Opened o;
+    const QString database = o.ws.lists() + "/stockdata.mdb";
     QVERIFY(!QFile::exists(database));
-    w->findChild<QListWidget*>(QStringLiteral("HotList"))->setCurrentRow(1);
-    QCOMPARE(w->findChild<QPlainTextEdit*>(QStringLiteral("stockSummary"))->toPlainText(),
+    o.w->findChild<QListWidget*>(QStringLiteral("HotList"))->setCurrentRow(1);
+    QCOMPARE(o.w->findChild<QPlainTextEdit*>(QStringLiteral("stockSummary"))->toPlainText(),
              QStringLiteral("Not yet downloaded"));
-    dialogs.saveAnswer = ws.lists() + "/ranked.inc";
-    w->findChild<QAction*>(QStringLiteral("topRSRankScanMnuItem"))->trigger();
-    QCOMPARE(dialogs.proposedSaves.size(), size_t{1});  // the scan ran to its end
-    QFile saved(dialogs.saveAnswer);
-    QVERIFY(saved.open(QIODevice::ReadOnly));
-    QCOMPARE(saved.readAll(), QByteArray("\r\n"));  // the empty list: nothing was ranked
-    QVERIFY(dialogs.messages.empty());
+    o.dialogs.saveAnswer = o.ws.lists() + "/ranked.inc";
+    Trigger(*o.w, "topRSRankScanMnuItem");
+    QCOMPARE(o.dialogs.proposedSaves.size(), size_t{1});            // the scan ran to its end
+    QCOMPARE(FileBytes(o.dialogs.saveAnswer), QByteArray("\r\n"));  // nothing was ranked
+    QVERIFY(o.dialogs.messages.empty());
     QVERIFY(!QFile::exists(database));
-    w->findChild<QAction*>(QStringLiteral("computeRSRankMnuItem"))->trigger();
-    QVERIFY(dialogs.messages.empty());
+    Trigger(*o.w, "computeRSRankMnuItem");
+    QVERIFY(o.dialogs.messages.empty());
     QVERIFY(QFile::exists(database));
   }
 
   // Every scan of the library has its menu entry, and so has every secondary window.
   void theMenusOfferEveryScan() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    const QMenu* scans = w->menuBar()->findChildren<QMenu*>().at(2);
+    Opened o;
+    const QMenu* scans = o.w->menuBar()->findChildren<QMenu*>().at(2);
     QCOMPARE(scans->title(), QStringLiteral("&Scans"));
     QCOMPARE(scans->actions().size(), 11);
     for (const QAction* a : scans->actions()) QVERIFY2(a->isEnabled(), qPrintable(a->text()));
     for (const char* window : {"downloaderMnu", "boolOpMnu", "backTestMnu"}) {
-      QVERIFY(w->findChild<QAction*>(QString::fromLatin1(window))->isEnabled());
+      QVERIFY(o.w->findChild<QAction*>(QString::fromLatin1(window))->isEnabled());
     }
   }
 
   void onlyClosingAndQWriteTheSettings() {
     for (const int how : {0, 1, 2}) {  // Exit, "q", close
-      Workspace ws;
-      FakeDialogs dialogs;
-      auto w = ws.open(dialogs);
-      dialogs.answers.push_back(QString("2"));
-      w->KeyCommand(u'u');
-      if (how == 0) w->findChild<QAction*>(QStringLiteral("exitMnuItem"))->trigger();
-      if (how == 1) w->KeyCommand(u'q');
-      if (how == 2) w->close();
-      QCOMPARE(ws.settingsText().contains(QStringLiteral("BuyMode=2")), how != 0);
+      Opened o;
+      o.dialogs.answers.push_back(QString("2"));
+      o.w->KeyCommand(u'u');
+      if (how == 0) Trigger(*o.w, "exitMnuItem");
+      if (how == 1) o.w->KeyCommand(u'q');
+      if (how == 2) o.w->close();
+      QCOMPARE(o.ws.settingsText().contains(QStringLiteral("BuyMode=2")), how != 0);
     }
   }
 };

@@ -46,7 +46,7 @@ class OptionsDialogTest : public QObject {
     QCOMPARE(d->tabs()->currentIndex(), 0);
     QCOMPARE(Control<QComboBox>(*d, "buyModeCombo")->currentText(), QStringLiteral("bounce"));
     QCOMPARE(Control<QLineEdit>(*d, "uvLimit")->text(), QStringLiteral("0.3"));
-    Control<QPushButton>(*d, "cmdOK")->click();
+    Click(*d, "cmdOK");
     QCOMPARE(d->result(), int(QDialog::Accepted));
     QCOMPARE(saves_, 1);
     QVERIFY(SettingLines(config_) == before);
@@ -61,7 +61,7 @@ class OptionsDialogTest : public QObject {
     Control<QLineEdit>(*d, "XQuantity")->setText("9");
     Control<QLineEdit>(*d, "EPSRankScanPercent")->setText("15");
     Control<QCheckBox>(*d, "uvEnabled")->setChecked(false);
-    Control<QPushButton>(*d, "cmdOK")->click();
+    Click(*d, "cmdOK");
     QCOMPARE(config_.buyMode, 1);
     QCOMPARE(config_.StockFilePath, std::string("/other"));
     QCOMPARE(config_.rsDayCurr, 25);
@@ -69,35 +69,6 @@ class OptionsDialogTest : public QObject {
     QCOMPARE(config_.periodXQuantity, 9);
     QCOMPARE(config_.EPSRankScanPercentage, 15);
     QVERIFY(!config_.useUnusualVolume);
-  }
-
-  void aFieldThatIsNoNumberStopsOkAndChangesNothing() {
-    const auto before = SettingLines(config_);
-    auto d = Open();
-    d->show();
-    Control<QLineEdit>(*d, "stockPath")->setText("/other");
-    Control<QLineEdit>(*d, "f2weekPeriod")->setText("twelve");
-    Control<QPushButton>(*d, "cmdOK")->click();
-    QVERIFY(d->isVisible());
-    QCOMPARE(saves_, 0);
-    QVERIFY(SettingLines(config_) == before);
-    QCOMPARE(dialogs_.messages.size(), size_t{1});
-    QVERIFY(dialogs_.messages[0].text.contains(QStringLiteral("twelve")));
-    QCOMPARE(d->tabs()->currentIndex(), 2);  // the page of the bad field
-  }
-
-  // A number that is not finite would be written and then refused when the settings file is
-  // read back, so the dialog refuses it as the file does.
-  void aNumberThatIsNotFiniteStopsOk() {
-    const auto before = SettingLines(config_);
-    auto d = Open();
-    Control<QLineEdit>(*d, "slLimit")->setText(QStringLiteral("nan"));
-    Control<QPushButton>(*d, "cmdOK")->click();
-    QCOMPARE(saves_, 0);
-    QVERIFY(SettingLines(config_) == before);
-    QCOMPARE(dialogs_.messages.size(), size_t{1});
-    QVERIFY(
-        dialogs_.messages[0].text.startsWith(QStringLiteral("\"nan\" is not a finite number.")));
   }
 
   // Each number field stores what --set would store for the same text, so a field tied to the
@@ -126,33 +97,67 @@ class OptionsDialogTest : public QObject {
       settings::SetSettingFromText(expected, section, name, " 42.5 ");
       auto d = Open();
       Control<QLineEdit>(*d, f.field)->setText(QStringLiteral(" 42.5 "));
-      Control<QPushButton>(*d, "cmdOK")->click();
+      Click(*d, "cmdOK");
       QVERIFY2(SettingLines(config_) == SettingLines(expected), f.field);
       QVERIFY2(settings::GetSettingText(config_, section, name).text.starts_with("42"), f.field);
     }
   }
 
-  // The first field that is no number, in the order OK reads them, names itself; the RS days are
-  // read before the stop loss that stands above them on the page.
-  void theFirstRefusedFieldInReadingOrderIsNamed() {
+  // A field that does not convert stops OK: the dialog stays open on the field's page, nothing
+  // is saved or stored, and one message names the first refused field in the order OK reads
+  // them (the RS days before the stop loss above them; the services after the other settings).
+  // A number that is not finite is refused as the settings file would refuse it when read back.
+  void aRefusedFieldStopsOkAndChangesNothing_data() {
+    QTest::addColumn<QStringList>("typed");  // "field=text", in the order typed
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<int>("page");
+    QTest::newRow("no number") << QStringList{"stockPath=/other", "f2weekPeriod=twelve"}
+                               << QStringLiteral(
+                                      "\"twelve\" is not a whole number from -32768 to "
+                                      "32767. Period for 52 week High is unchanged.")
+                               << 2;
+    QTest::newRow("not finite")
+        << QStringList{"slLimit=nan"}
+        << QStringLiteral("\"nan\" is not a finite number. Stop Loss Limit is unchanged.") << 1;
+    QTest::newRow("reading order")
+        << QStringList{"slLimit=1/8", "rsLimit=40000"}
+        << QStringLiteral(
+               "\"40000\" is not a whole number from -32768 to 32767. RS Days Limit is unchanged.")
+        << 1;
+    QTest::newRow("service") << QStringList{"slLimit=0.5", "Services/Timeout=0"}
+                             << QStringLiteral(
+                                    "setting [Services] Timeout = \"0\" is not a number "
+                                    "of seconds from 1 to 3600")
+                             << 3;
+  }
+  void aRefusedFieldStopsOkAndChangesNothing() {
+    QFETCH(QStringList, typed);
+    QFETCH(QString, message);
+    QFETCH(int, page);
+    const auto before = SettingLines(config_);
     auto d = Open();
     d->show();
-    Control<QLineEdit>(*d, "slLimit")->setText("1/8");
-    Control<QLineEdit>(*d, "rsLimit")->setText("40000");
-    Control<QPushButton>(*d, "cmdOK")->click();
-    QCOMPARE(dialogs_.messages.size(), size_t{1});
-    QCOMPARE(
-        dialogs_.messages[0].text,
-        QStringLiteral(
-            "\"40000\" is not a whole number from -32768 to 32767. RS Days Limit is unchanged."));
+    int storeCalls = 0;
+    d->AddServicesPage({}, [&](const std::vector<settings::ServiceText>&) { ++storeCalls; });
+    for (const QString& field : typed) {
+      Control<QLineEdit>(*d, qPrintable(field.section(u'=', 0, 0)))
+          ->setText(field.section(u'=', 1));
+    }
+    Click(*d, "cmdOK");
+    QVERIFY(d->isVisible());
     QCOMPARE(saves_, 0);
+    QCOMPARE(storeCalls, 0);
+    QVERIFY(SettingLines(config_) == before);
+    QCOMPARE(dialogs_.messages.size(), size_t{1});
+    QCOMPARE(dialogs_.messages[0].text, message);
+    QCOMPARE(d->tabs()->currentIndex(), page);
   }
 
   void theGraphCheckBoxActsAtOnceAndCancelKeepsIt() {
     auto d = Open();
     Control<QCheckBox>(*d, "enableGraphShowing")->click();
     QVERIFY(!config_.enableGraphUpdate);
-    Control<QPushButton>(*d, "cmdCancel")->click();
+    Click(*d, "cmdCancel");
     QVERIFY(!config_.enableGraphUpdate);
     QCOMPARE(saves_, 0);
   }
@@ -187,7 +192,7 @@ class OptionsDialogTest : public QObject {
     QCOMPARE(Control<QLineEdit>(*d, "Services/Fundamentals")->text(), QStringLiteral("edgar"));
     Control<QLineEdit>(*d, "Services/Provider")->setText(" Chart, Tiingo ");
     Control<QLineEdit>(*d, "Services/Contact")->setText("Jane Doe jane@example.com");
-    Control<QPushButton>(*d, "cmdOK")->click();
+    Click(*d, "cmdOK");
     QCOMPARE(saves_, 1);
     QCOMPARE(storeCalls, 1);
     QCOMPARE(stored.size(), size_t{2});
@@ -196,33 +201,15 @@ class OptionsDialogTest : public QObject {
     QCOMPARE(stored[1].name, std::string("Contact"));
   }
 
-  void aServiceValueThatDoesNotConvertStopsOkAndChangesNothing() {
-    const auto before = SettingLines(config_);
-    auto d = Open();
-    d->show();
-    int storeCalls = 0;
-    d->AddServicesPage({}, [&](const std::vector<settings::ServiceText>&) { ++storeCalls; });
-    Control<QLineEdit>(*d, "slLimit")->setText("0.5");
-    Control<QLineEdit>(*d, "Services/Timeout")->setText("0");
-    Control<QPushButton>(*d, "cmdOK")->click();
-    QVERIFY(d->isVisible());
-    QCOMPARE(saves_, 0);
-    QCOMPARE(storeCalls, 0);
-    QVERIFY(SettingLines(config_) == before);
-    QCOMPARE(dialogs_.messages.size(), size_t{1});
-    QVERIFY(dialogs_.messages[0].text.contains(QStringLiteral("Timeout")));
-    QCOMPARE(d->tabs()->currentIndex(), 3);
-  }
-
   void folderPickersFillTheirFieldUnlessCancelled() {
     auto d = Open();
     dialogs_.folderAnswer = "/picked";
-    Control<QPushButton>(*d, "sfPathBtn")->click();
+    Click(*d, "sfPathBtn");
     QCOMPARE(Control<QLineEdit>(*d, "stockPath")->text(), QStringLiteral("/picked"));
-    Control<QPushButton>(*d, "rfPathBtn")->click();
+    Click(*d, "rfPathBtn");
     QCOMPARE(Control<QLineEdit>(*d, "reportPath")->text(), QStringLiteral("/picked"));
     dialogs_.folderAnswer.clear();
-    Control<QPushButton>(*d, "ifPathBtn")->click();
+    Click(*d, "ifPathBtn");
     QCOMPARE(Control<QLineEdit>(*d, "incPath")->text(), QStringLiteral("/lists"));
   }
 };

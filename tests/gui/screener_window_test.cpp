@@ -42,10 +42,6 @@ void Type(ScreenerWindow& s, const QString& name, const QString& text) {
   QTest::keyClick(field, Qt::Key_Return);
 }
 
-void Click(ScreenerWindow& s, const char* button) {
-  s.findChild<QPushButton*>(QString::fromLatin1(button))->click();
-}
-
 QStringList Listed(ScreenerWindow& s) {
   QStringList symbols;
   const auto* list = s.findChild<QListWidget*>(QStringLiteral("resultList"));
@@ -119,10 +115,8 @@ class ScreenerWindowTest : public QObject {
   // that is none is refused with the field named, changes nothing and stops a screen.
   void theLocalScreenAndWhatItCouldNotDo() {
     Workspace ws;
-    QFile broken(ws.stocks() + "/ZZBAD.txt");
-    QVERIFY(broken.open(QIODevice::WriteOnly));
-    broken.write("Date,Open,High,Low,Close,Volume,Adj Close\nnot,a,price,line\n");
-    broken.close();
+    ws.writePrices(QStringLiteral("ZZBAD"),
+                   "Date,Open,High,Low,Close,Volume,Adj Close\nnot,a,price,line\n");
     FakeDialogs dialogs;
     auto w = ws.open(dialogs);
     ScreenerWindow s(*w);
@@ -182,13 +176,11 @@ class ScreenerWindowTest : public QObject {
   // Over the main window, which owns the progress window, the screener is modal: Cancel must
   // still take a click sent through the platform, where modal blocking happens.
   void cancelStopsTheScreenFromTheModalWindow() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    w->show();
-    ScreenerWindow s(*w);
+    Opened o;
+    o.w->show();
+    ScreenerWindow s(*o.w);
     s.show();
-    ProgressWindow& progress = w->progressWindow();
+    ProgressWindow& progress = o.w->progressWindow();
     QTimer::singleShot(0, &s, [&] {
       auto* cancel = progress.findChild<QPushButton*>();
       QTest::mouseClick(progress.windowHandle(), Qt::LeftButton, {},
@@ -197,18 +189,16 @@ class ScreenerWindowTest : public QObject {
     Click(s, "runBtn");
     QVERIFY(s.result().cancelled);
     QVERIFY(Text(s, "foundLabel").startsWith(QStringLiteral("Cancelled: ")));
-    QVERIFY(Listed(s).size() < ClosingBetween(ws.stocks(), 0, 1e9).size());
+    QVERIFY(Listed(s).size() < ClosingBetween(o.ws.stocks(), 0, 1e9).size());
     QVERIFY(progress.windowModality() == Qt::NonModal);  // as the main window's runs have it
   }
 
   // From the menu: the window opens modally; a name is needed; the list saved under it is in the
   // main window's lists once the window closes.
   void theSavedListReachesTheMainWindow() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
+    Opened o;
     QString saved;
-    QTimer::singleShot(0, w.get(), [&] {
+    QTimer::singleShot(0, o.w.get(), [&] {
       auto* s = qobject_cast<ScreenerWindow*>(QApplication::activeModalWidget());
       if (s == nullptr) return;
       Type(*s, "price-min", "20");
@@ -220,18 +210,16 @@ class ScreenerWindowTest : public QObject {
       saved = Text(*s, "savedLabel");
       s->close();
     });
-    w->findChild<QAction*>(QStringLiteral("screenerMnu"))->trigger();
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QVERIFY(dialogs.messages[0].text.contains(QStringLiteral("name")));
-    const QStringList expected = ClosingBetween(ws.stocks(), 20, 30);
-    const QString file = ws.lists() + "/cheap.inc";
+    Trigger(*o.w, "screenerMnu");
+    QCOMPARE(o.dialogs.messages.size(), size_t{1});
+    QVERIFY(o.dialogs.messages[0].text.contains(QStringLiteral("name")));
+    const QStringList expected = ClosingBetween(o.ws.stocks(), 20, 30);
+    const QString file = o.ws.lists() + "/cheap.inc";
     QCOMPARE(saved, QStringLiteral("Saved %1 symbols to %2.").arg(expected.size()).arg(file));
-    QFile list(file);
-    QVERIFY(list.open(QIODevice::ReadOnly));
-    QStringList written = QString::fromUtf8(list.readAll()).split("\r\n", Qt::SkipEmptyParts);
+    QStringList written = FileText(file).split("\r\n", Qt::SkipEmptyParts);
     written.sort();
     QCOMPARE(written, expected);
-    QVERIFY(w->findChild<QComboBox*>(QStringLiteral("IncListBox"))->findText("cheap.inc") >= 0);
+    QVERIFY(o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"))->findText("cheap.inc") >= 0);
   }
 };
 

@@ -23,31 +23,12 @@ const QString kStopLossPrompt =
 const QString kRsPrompt = QStringLiteral(
     "Stoploss ... / Enter the relative strength comparison days as Start, Stop, Step e.g 5,10,2?");
 
-void Click(QWidget* window, const char* button) {
-  window->findChild<QPushButton*>(QString::fromLatin1(button))->click();
-}
-
 QString Label(const QWidget* window, const char* name) {
   return window->findChild<QLabel*>(QString::fromLatin1(name))->text();
 }
 
 QString Shown(QWidget* window, const char* box) {
   return window->findChild<QPlainTextEdit*>(QString::fromLatin1(box))->toPlainText();
-}
-
-// The last symbol of the sample list gets a price file the loader refuses at its line 2.
-void BreakLastSampleFile(const Workspace& ws) {
-  QFile bad(ws.stocks() + "/XLNX.txt");
-  if (bad.open(QIODevice::WriteOnly)) {
-    bad.write("Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,two,0.5,1.5,100\r\n");
-  }
-}
-
-const QString kXlnxRefused = QStringLiteral("XLNX.txt line 2: the high \"two\" is not a number");
-
-QString FileText(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 }  // namespace
@@ -64,12 +45,12 @@ class SweepWindowTest : public QObject {
     auto w = ws.open(dialogs);  // a-empty.inc is the first list
     w->KeyCommand(u'd');
     w->KeyCommand(u'b');
-    w->findChild<QAction*>(QStringLiteral("backTestMnu"))->trigger();
+    Trigger(*w, "backTestMnu");
     QVERIFY(w->findChild<SweepWindow*>() == nullptr);
     auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
     lists->setCurrentIndex(lists->findText(QStringLiteral("sample.inc")));
     w->KeyCommand(u'd');
-    w->findChild<QAction*>(QStringLiteral("backTestMnu"))->trigger();
+    Trigger(*w, "backTestMnu");
     const auto* live = w->findChild<SweepWindow*>(QStringLiteral("LiveTradingForm"));
     const auto* batch = w->findChild<SweepWindow*>(QStringLiteral("BatchTest"));
     QVERIFY(live != nullptr && live->isVisible());
@@ -84,27 +65,25 @@ class SweepWindowTest : public QObject {
   // Both prompts, their titles and texts; an answer that is not three numbers, or a step that
   // never reaches the stop, is refused and the levels stay as they were.
   void levelsPromptsSetTheSweep() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    SweepWindow* live = w->OpenLiveTrading();
-    dialogs.answers = {"1,2,0.5", "5,7,2", "1,2", "a,b,c", "5,x,2", "1,9,0", QString()};
-    Click(live, "LevelCommand");
-    Click(live, "RSLevelsBtn");
-    Click(live, "LevelCommand");
-    Click(live, "LevelCommand");
-    Click(live, "RSLevelsBtn");
-    Click(live, "RSLevelsBtn");
-    Click(live, "LevelCommand");  // cancelled
-    QCOMPARE(dialogs.prompts,
+    Opened o;
+    SweepWindow* live = o.w->OpenLiveTrading();
+    o.dialogs.answers = {"1,2,0.5", "5,7,2", "1,2", "a,b,c", "5,x,2", "1,9,0", QString()};
+    Click(*live, "LevelCommand");
+    Click(*live, "RSLevelsBtn");
+    Click(*live, "LevelCommand");
+    Click(*live, "LevelCommand");
+    Click(*live, "RSLevelsBtn");
+    Click(*live, "RSLevelsBtn");
+    Click(*live, "LevelCommand");  // cancelled
+    QCOMPARE(o.dialogs.prompts,
              (std::vector<QString>{kStopLossPrompt, kRsPrompt, kStopLossPrompt, kStopLossPrompt,
                                    kRsPrompt, kRsPrompt, kStopLossPrompt}));
-    QCOMPARE(dialogs.messages.size(), size_t{4});
-    for (const auto& m : dialogs.messages) {
+    QCOMPARE(o.dialogs.messages.size(), size_t{4});
+    for (const auto& m : o.dialogs.messages) {
       QCOMPARE(m.title, QStringLiteral("Error"));
       QVERIFY2(m.text.endsWith(QStringLiteral("The levels are unchanged.")), qPrintable(m.text));
     }
-    const runs::SweepLevels& l = w->sweepLevels();
+    const runs::SweepLevels& l = o.w->sweepLevels();
     QCOMPARE(l.stopLossStart, 1.0);
     QCOMPARE(l.stopLossStop, 2.0);
     QCOMPARE(l.stopLossStep, 0.5);
@@ -112,41 +91,39 @@ class SweepWindowTest : public QObject {
     QCOMPARE(l.rsStop, 7);
     QCOMPARE(l.rsStep, 2);
 
-    Click(live, "GoBtn");
+    Click(*live, "GoBtn");
     const QString report = Shown(live, "LiveResults");
     QVERIFY(report.startsWith(
         QStringLiteral("Live Testing sample.inc for stoploss settings starting from 1 to 2 with "
                        "a step of 0.5\n for RS settings starting from 5 to 7 with a step of 2\n")));
     QCOMPARE(report.count(QStringLiteral("Starting Live Trading on ")), 6);
-    const auto n = w->session().symbols.size();
+    const auto n = o.w->session().symbols.size();
     QCOMPARE(Label(live, "StockCount"), QStringLiteral("%1/%1").arg(n));
     QCOMPARE(Label(live, "StepCount"), QStringLiteral("Step 6 of 6"));
     // The last level of each range is what the engine ran with last.
-    QCOMPARE(w->config().stopLossLimit, 2.0);
-    QCOMPARE(w->config().rsDayCurr, 7);
+    QCOMPARE(o.w->config().stopLossLimit, 2.0);
+    QCOMPARE(o.w->config().rsDayCurr, 7);
   }
 
   // The report keeps every run until the window closes; opening again starts afresh, with the
   // levels of the current settings.
   void theReportGrowsUntilTheWindowCloses() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    SweepWindow* batch = w->OpenBatchTest();
-    dialogs.answers = {"1,3,1"};
-    Click(batch, "LevelCommand");
-    Click(batch, "GoCommand");
-    Click(batch, "GoCommand");
+    Opened o;
+    SweepWindow* batch = o.w->OpenBatchTest();
+    o.dialogs.answers = {"1,3,1"};
+    Click(*batch, "LevelCommand");
+    Click(*batch, "GoCommand");
+    Click(*batch, "GoCommand");
     QCOMPARE(Shown(batch, "Results").count(QStringLiteral("Batch Testing sample.inc")), 2);
     QCOMPARE(Shown(batch, "Results").count(QStringLiteral("Maximum profit = ")), 2);
     QCOMPARE(Label(batch, "StepCount"), QStringLiteral("Step 3 of 3"));
     batch->close();
     QTest::qWait(0);  // the closed window deletes itself
-    QVERIFY(w->findChild<SweepWindow*>() == nullptr);
+    QVERIFY(o.w->findChild<SweepWindow*>() == nullptr);
 
-    batch = w->OpenBatchTest();
+    batch = o.w->OpenBatchTest();
     QVERIFY(Shown(batch, "Results").isEmpty());
-    Click(batch, "GoCommand");
+    Click(*batch, "GoCommand");
     const QString report = Shown(batch, "Results");
     QCOMPARE(report.count(QStringLiteral("Step 1 of 1\n")), 1);
     QVERIFY(
@@ -157,19 +134,17 @@ class SweepWindowTest : public QObject {
   // A run that reaches a file the loader refuses ends there: the window shows the rows of the
   // stocks before it and the error names the file, the line and the problem.
   void aRefusedFileEndsTheRunButTheRowsBeforeItAreShown() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    BreakLastSampleFile(ws);
-    const std::pair<SweepWindow*, const char*> runs[] = {{w->OpenLiveTrading(), "GoBtn"},
-                                                         {w->OpenBatchTest(), "GoCommand"}};
+    Opened o;
+    o.ws.writePrices(QStringLiteral("XLNX"), kRefusedPrices);
+    const std::pair<SweepWindow*, const char*> runs[] = {{o.w->OpenLiveTrading(), "GoBtn"},
+                                                         {o.w->OpenBatchTest(), "GoCommand"}};
     for (const auto& [window, go] : runs) {
-      dialogs.messages.clear();
-      Click(window, go);
-      QCOMPARE(dialogs.messages.size(), size_t{1});
-      QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
-      QVERIFY2(dialogs.messages[0].text.endsWith(kXlnxRefused),
-               qPrintable(dialogs.messages[0].text));
+      o.dialogs.messages.clear();
+      Click(*window, go);
+      QCOMPARE(o.dialogs.messages.size(), size_t{1});
+      QCOMPARE(o.dialogs.messages[0].title, QStringLiteral("Error"));
+      QVERIFY2(o.dialogs.messages[0].text.endsWith(kXlnxRefused),
+               qPrintable(o.dialogs.messages[0].text));
       const QString shown = Shown(window, window == runs[0].first ? "LiveResults" : "Results");
       QVERIFY2(shown.contains(QStringLiteral("\nTMO\t")), qPrintable(shown));
       QVERIFY(!shown.contains(QStringLiteral("XLNX")));
@@ -180,10 +155,8 @@ class SweepWindowTest : public QObject {
   // once through the list, adds to the same report as the sweep, and leaves the settings as
   // they were (the sweep leaves its last level behind).
   void walkForwardIsAChoiceOfTheBackTestingWindow() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    SweepWindow* batch = w->OpenBatchTest();
+    Opened o;
+    SweepWindow* batch = o.w->OpenBatchTest();
     auto* walk = batch->findChild<QCheckBox*>(QStringLiteral("WalkForwardEnabled"));
     auto* folds = batch->findChild<QSpinBox*>(QStringLiteral("WalkForwardFolds"));
     QVERIFY(walk != nullptr && folds != nullptr);
@@ -194,10 +167,10 @@ class SweepWindowTest : public QObject {
     QVERIFY(folds->isEnabled());
     folds->setValue(2);
     batch->findChild<QCheckBox*>(QStringLiteral("UnusualvolumeEnabled"))->click();
-    dialogs.answers = {"1,3,1"};
-    Click(batch, "LevelCommand");
-    const double stopLoss = w->config().stopLossLimit;
-    Click(batch, "GoCommand");
+    o.dialogs.answers = {"1,3,1"};
+    Click(*batch, "LevelCommand");
+    const double stopLoss = o.w->config().stopLossLimit;
+    Click(*batch, "GoCommand");
     QString report = Shown(batch, "Results");
     QVERIFY2(report.startsWith(QStringLiteral("Walk Forward Testing sample.inc in 2 folds\n")),
              qPrintable(report));
@@ -206,40 +179,38 @@ class SweepWindowTest : public QObject {
     QVERIFY(report.contains(QStringLiteral("\nOut-of-sample total = ")));
     QVERIFY(!report.contains(QStringLiteral("Batch Testing")));
     QCOMPARE(Label(batch, "StepCount"), QStringLiteral("Step 1 of 1"));
-    QCOMPARE(w->config().stopLossLimit, stopLoss);
+    QCOMPARE(o.w->config().stopLossLimit, stopLoss);
 
     walk->click();
-    Click(batch, "GoCommand");
+    Click(*batch, "GoCommand");
     report = Shown(batch, "Results");
     QVERIFY(report.indexOf(QStringLiteral("Batch Testing sample.inc")) >
             report.indexOf(QStringLiteral("Out-of-sample total = ")));
     QCOMPARE(Label(batch, "StepCount"), QStringLiteral("Step 3 of 3"));
-    QCOMPARE(w->config().stopLossLimit, 3.0);
+    QCOMPARE(o.w->config().stopLossLimit, 3.0);
   }
 
   // "&Save Results" writes everything shown, CR LF line ends and one more at the end, in the
   // watch-list folder by default; "Save &Inc" after a pass with no "Buy" row writes one CR LF.
   void savesWriteTheReportAndTheList() {
-    Workspace ws;
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    SweepWindow* live = w->OpenLiveTrading();
-    Click(live, "GoBtn");  // no switch checked: the engine trades nothing, every row is "Skip"
-    dialogs.reportAnswer = ws.lists() + "/live.txt";
-    dialogs.saveAnswer = ws.lists() + "/buy.inc";
-    Click(live, "SaveResults");
-    Click(live, "saveInc");
-    QCOMPARE(dialogs.reportFolders, std::vector<QString>{ws.lists()});
-    QCOMPARE(dialogs.proposedSaves, std::vector<QString>{ws.lists() + " / "});
-    const QString saved = FileText(ws.lists() + "/live.txt");
+    Opened o;
+    SweepWindow* live = o.w->OpenLiveTrading();
+    Click(*live, "GoBtn");  // no switch checked: the engine trades nothing, every row is "Skip"
+    o.dialogs.reportAnswer = o.ws.lists() + "/live.txt";
+    o.dialogs.saveAnswer = o.ws.lists() + "/buy.inc";
+    Click(*live, "SaveResults");
+    Click(*live, "saveInc");
+    QCOMPARE(o.dialogs.reportFolders, std::vector<QString>{o.ws.lists()});
+    QCOMPARE(o.dialogs.proposedSaves, std::vector<QString>{o.ws.lists() + " / "});
+    const QString saved = FileText(o.ws.lists() + "/live.txt");
     QCOMPARE(QString(saved).remove(u'\r'), Shown(live, "LiveResults") + "\n");
     QCOMPARE(saved.count(QStringLiteral("\r\n")), saved.count(u'\n'));
-    QCOMPARE(FileText(ws.lists() + "/buy.inc"), QStringLiteral("\r\n"));
+    QCOMPARE(FileText(o.ws.lists() + "/buy.inc"), QStringLiteral("\r\n"));
 
-    dialogs.reportAnswer.clear();  // cancelled: nothing written
-    QFile::remove(ws.lists() + "/live.txt");
-    Click(live, "SaveResults");
-    QVERIFY(!QFile::exists(ws.lists() + "/live.txt"));
+    o.dialogs.reportAnswer.clear();  // cancelled: nothing written
+    QFile::remove(o.ws.lists() + "/live.txt");
+    Click(*live, "SaveResults");
+    QVERIFY(!QFile::exists(o.ws.lists() + "/live.txt"));
   }
 };
 
