@@ -111,4 +111,15 @@ std::string GenuineAnswer(const std::string& name) {
   return ReadText(TestData() / "responses" / name);
 }
 
+settings::ServiceSettings ServicesAt(const std::string& base, const std::string& provider) {
+  settings::ServiceSettings s;
+  s.provider = provider;
+  s.tableHost = s.chartHost = s.stooqHost = s.tiingoHost = base;
+  s.quotesHost = s.profileHost = s.screenerHost = s.edgarHost = s.edgarDataHost = base;
+  s.cookieHost = "";
+  s.pauseMilliseconds = 0;
+  s.retries = 0;
+  return s;
+}
+
 }  // namespace halvard::test

@@ -12,6 +12,8 @@
 #include <thread>
 #include <vector>
 
+#include "halvard/settings/services.h"
+
 namespace halvard::test {
 
 struct Reply {
@@ -78,5 +80,10 @@ class SilentServer {
 
 // The genuine answers of the historical-quotes service kept under tests/data/responses.
 std::string GenuineAnswer(const std::string& name);
+
+// Service settings with every service at base (a local server) and the chart service's cookie
+// page nowhere, so nothing reaches beyond this machine; no pause between requests, no retry.
+settings::ServiceSettings ServicesAt(const std::string& base,
+                                     const std::string& provider = "chart");
 
 }  // namespace halvard::test

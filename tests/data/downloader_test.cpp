@@ -246,12 +246,6 @@ TEST(Downloader, AListGoesOnPastAFailedSymbol) {
   EXPECT_EQ(rig.downloader.errorText(), "");
 }
 
-}  // namespace
-}  // namespace halvard::data
-
-namespace halvard::data {
-namespace {
-
 // With Provider=chart,tiingo the event log names the service of each symbol and the summary
 // counts them, in the order the services first served.
 TEST(Downloader, AProviderChainSaysWhichServiceServedEachSymbol) {
@@ -274,13 +268,8 @@ TEST(Downloader, AProviderChainSaysWhichServiceServedEachSymbol) {
   server.Answer("/v8/finance/chart/GONE", {{404, "Not Found", "text/plain"}});
   server.Answer("/tiingo/daily/GONE/prices", {{200, days}});
   server.Answer("/v8/finance/chart/HERE", {{200, chart, "application/json"}});
-  settings::ServiceSettings s;
-  s.provider = "chart,tiingo";
-  s.chartHost = s.tiingoHost = server.base();
-  s.cookieHost = "";
+  settings::ServiceSettings s = test::ServicesAt(server.base(), "chart,tiingo");
   s.tiingoToken = "KEY";
-  s.pauseMilliseconds = 0;
-  s.retries = 0;
   const auto source = MakePriceSource(s);
   test::TempDir stocks;
   MemoryEventLog log;

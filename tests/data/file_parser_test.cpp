@@ -104,6 +104,11 @@ TEST(FileParser, BadInputNamesTheFileTheLineAndTheProblem) {
       {"", ": the file is empty"},
       // A blank line is a line, with one field.
       {PriceFile({kDay, ""}), " line 3: expected at least 6 comma-separated fields, found 1"},
+      // A day that does not exist is an error even right after a good day of its month.
+      {PriceFile({"2015-02-27,1,2,1,1,5", "2015-02-31,1,2,1,1,5"}),
+       " line 3: the date \"2015-02-31\" is not a date"},
+      {PriceFile({"2015-02-27,1,2,1,1,5", "2015-02-00,1,2,1,1,5"}),
+       " line 3: the date \"2015-02-00\" is not a date"},
   };
   for (const auto& c : cases) EXPECT_EQ(LoadError(c.text), c.error) << c.text;
   // An index file needs five fields: the close is the fifth.
@@ -183,12 +188,6 @@ TEST(FileParser, IndexFileClosesAndTheMissingIndex) {
   EXPECT_TRUE(s->rsAvailable);  // what was loaded stays available
 }
 
-}  // namespace
-}  // namespace halvard::data
-
-namespace halvard::data {
-namespace {
-
 TEST(FileParser, DaysAcrossMonthEndsAndLinesOutOfTheUsualShapeReadAsTheirFieldsSay) {
   // Newest first, across a leap day, two month ends and a year end; then lines whose fields are
   // not the plain form (signs, blanks, a fractional volume, more digits than a double holds
@@ -219,11 +218,6 @@ TEST(FileParser, DaysAcrossMonthEndsAndLinesOutOfTheUsualShapeReadAsTheirFieldsS
   EXPECT_EQ(s->barOpen[10], 1.0);
   EXPECT_EQ(s->barLow[10], 0.5);
   EXPECT_EQ(FormatShortDate(s->barDate[11]), "12/24/2015");
-  // A day that does not exist is an error even right after a good day of its month.
-  EXPECT_EQ(LoadError(PriceFile({"2015-02-27,1,2,1,1,5", "2015-02-31,1,2,1,1,5"})),
-            " line 3: the date \"2015-02-31\" is not a date");
-  EXPECT_EQ(LoadError(PriceFile({"2015-02-27,1,2,1,1,5", "2015-02-00,1,2,1,1,5"})),
-            " line 3: the date \"2015-02-00\" is not a date");
 }
 
 }  // namespace

@@ -17,11 +17,8 @@ double Date(int y, int m, int d) {
 
 std::unique_ptr<PriceSource> SourceAt(const std::string& provider, const std::string& base,
                                       int retries = 0, platform::RequestHooks hooks = {}) {
-  settings::ServiceSettings s;
-  s.provider = provider;
-  s.tableHost = s.chartHost = s.stooqHost = s.tiingoHost = base;
+  settings::ServiceSettings s = test::ServicesAt(base, provider);
   s.tiingoToken = "KEY";
-  s.pauseMilliseconds = 0;
   s.timeoutSeconds = 5;
   s.retries = retries;
   return MakePriceSource(s, hooks);
@@ -197,11 +194,7 @@ TEST(PriceSources, StooqTakesItsKeyAndNamesItsBrowserCheck) {
                 {{200, challenge, "text/html"},
                  {200, "Exceeded the daily hits limit", "text/html"},
                  {200, "Date,Open,High,Low,Close,Volume\n2024-01-02,1,2,0.5,1.5,100\n"}});
-  settings::ServiceSettings s;
-  s.provider = "stooq";
-  s.stooqHost = server.base();
-  s.pauseMilliseconds = 0;
-  s.retries = 0;
+  settings::ServiceSettings s = test::ServicesAt(server.base(), "stooq");
   const FetchResult keyless = MakePriceSource(s)->Fetch("AAPL", 45000, 45005);
   EXPECT_EQ(keyless.failure,
             "the stooq service asked for a browser check: set [Services] Stooq Key");
@@ -231,10 +224,8 @@ TEST(PriceSources, TheChartServiceGetsItsCookieAndCrumbWhenItAsksForThem) {
   server.Answer("/v8/finance/chart/A",
                 {{401, invalidCrumb, "application/json"}, {200, chart, "application/json"}});
   server.Answer("/v8/finance/chart/B", {{200, chart, "application/json"}});
-  settings::ServiceSettings s;
-  s.chartHost = s.cookieHost = server.base();
-  s.pauseMilliseconds = 0;
-  s.retries = 0;
+  settings::ServiceSettings s = test::ServicesAt(server.base());
+  s.cookieHost = server.base();
   const auto source = MakePriceSource(s);
   EXPECT_TRUE(source->Fetch("A", 45000, 45005).ok());
   EXPECT_TRUE(source->Fetch("B", 45000, 45005).ok());
@@ -256,11 +247,7 @@ TEST(PriceSources, AHandshakeThatGetsNoCrumbSaysSo) {
   server.Answer("/v8/finance/chart/A",
                 {{401, R"({"finance":{"error":{"code":"Unauthorized"}}})", "application/json"}});
   server.Answer("/v1/test/getcrumb", {{200, "<html>Consent</html>", "text/html"}});
-  settings::ServiceSettings s;
-  s.chartHost = server.base();
-  s.cookieHost = "";
-  s.pauseMilliseconds = 0;
-  s.retries = 0;
+  const settings::ServiceSettings s = test::ServicesAt(server.base());  // no cookie page
   const FetchResult r = MakePriceSource(s)->Fetch("A", 45000, 45005);
   EXPECT_NE(r.failure.find("the chart service asked for a session and the crumb request was "
                            "answered with HTTP status 200"),
