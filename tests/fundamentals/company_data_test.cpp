@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "fundamentals/stock_info.h"
 #include "halvard/fundamentals/eps_store.h"
 #include "halvard/fundamentals/stock_data_store.h"
 #include "local_server.h"
@@ -98,14 +99,14 @@ TEST_F(CompanyTest, GetDataForStockCleansTheNameAndStoresTheRowWithRanksZero) {
   server.Answer("/q/pr", {Reply(200, ProfilePage(), "text/html")});
   db.SetStockData("SWHC", "old", 70, 80, "", "", "", 0, 0, 0);
   db.getDataForStock("SWHC");
-  double epsRank = -1, rsRank = -1;
-  std::string got;
-  db.GetStockData("SWHC", description, epsRank, rsRank, industry, exchange, got);
-  EXPECT_EQ(got, "Smith & Wesson's Arms");
-  EXPECT_EQ(exchange, "NYSE");
-  EXPECT_EQ(description, "Makes software. It's big.");
-  EXPECT_EQ(industry, "Business Software & Services");
-  EXPECT_EQ(epsRank + rsRank, 0);
+  const auto info = test::ReadStockInfo(
+      db, "SWHC",
+      {.description = "d", .industry = "i", .exchange = "x", .epsRank = -1, .rsRank = -1});
+  EXPECT_EQ(info.name, "Smith & Wesson's Arms");
+  EXPECT_EQ(info.exchange, "NYSE");
+  EXPECT_EQ(info.description, "Makes software. It's big.");
+  EXPECT_EQ(info.industry, "Business Software & Services");
+  EXPECT_EQ(info.epsRank + info.rsRank, 0);
 }
 
 // A quotes answer is data from the network: whatever it holds lands in its own row only.
@@ -119,10 +120,9 @@ TEST_F(CompanyTest, AHostileQuotesAnswerChangesOnlyTheNewStocksRow) {
                                                       {"EVIL", "Evil Inc|X' WHERE 1=1 --|"},
                                                       {"MO", "Mo's|NYSE|"}};
   for (const auto& [symbol, expected] : rows) {
-    std::string got;
-    double epsRank = -1, rsRank = -1;
-    db.GetStockData(symbol, description, epsRank, rsRank, industry, exchange, got);
-    EXPECT_EQ(got + "|" + exchange + "|" + description, expected) << symbol;
+    const auto info =
+        test::ReadStockInfo(db, symbol, {.description = "d", .industry = "i", .exchange = "x"});
+    EXPECT_EQ(info.name + "|" + info.exchange + "|" + info.description, expected) << symbol;
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "fundamentals/stock_info.h"
 #include "halvard/screener/stock_rows.h"
 #include "local_server.h"
 #include "test_support.h"
@@ -14,16 +15,15 @@ namespace halvard::fundamentals {
 namespace {
 
 using test::GenuineAnswer;
+using test::ReadStockInfo;
 using test::Reply;
 
 struct SourceTest : ::testing::Test {
   SourceTest() {
     db.Init(dir / "stockdata.mdb");
-    services.edgarHost = services.edgarDataHost = services.chartHost = services.cookieHost =
-        server.base();
+    services = test::ServicesAt(server.base());
+    services.cookieHost = server.base();
     services.contact = "Jane Doe jane@example.com";
-    services.pauseMilliseconds = 0;
-    services.retries = 0;
     server.Answer(
         "/files/company_tickers_exchange.json",
         {Reply(200, GenuineAnswer("edgar/company_tickers_exchange.json"), "application/json")});
@@ -51,14 +51,12 @@ TEST_F(SourceTest, EdgarFillsTheRowWithoutEstimatesAndNamesItselfToTheSec) {
   services.fundamentals = "edgar";
   const auto source = MakeFundamentalsSource(services);
   EXPECT_EQ(source->StoreCompanyData(db, "AAPL"), "");
-  std::string description = "d", industry, exchange, name;
-  double epsRank = 5, rsRank = 5;
-  db.GetStockData("AAPL", description, epsRank, rsRank, industry, exchange, name);
-  EXPECT_EQ(name, "Apple Inc.");
-  EXPECT_EQ(exchange, "Nasdaq");
-  EXPECT_EQ(industry, "Electronic Computers");
-  EXPECT_EQ(description, "");  // the SEC has no business summary
-  EXPECT_EQ(epsRank, 0);
+  const auto info = ReadStockInfo(db, "AAPL", {.description = "d", .epsRank = 5, .rsRank = 5});
+  EXPECT_EQ(info.name, "Apple Inc.");
+  EXPECT_EQ(info.exchange, "Nasdaq");
+  EXPECT_EQ(info.industry, "Electronic Computers");
+  EXPECT_EQ(info.description, "");  // the SEC has no business summary
+  EXPECT_EQ(info.epsRank, 0);
   const screener::StockRow row = Row("AAPL");
   EXPECT_EQ(row.eps, 6.13);
   EXPECT_FALSE(row.yearEstimate);  // stored as Null, not 0
@@ -87,10 +85,7 @@ TEST_F(SourceTest, EdgarSaysWhyASymbolGotNothing) {
   EXPECT_NE(why.find("/api/xbrl/companyfacts/CIK0001652044.json: HTTP status 404"),
             std::string::npos)
       << why;
-  std::string description, industry, exchange, name;
-  double rank = 0;
-  db.GetStockData("ZZZZ", description, rank, rank, industry, exchange, name);
-  EXPECT_EQ(description, "Not yet downloaded");
+  EXPECT_EQ(ReadStockInfo(db, "ZZZZ").description, "Not yet downloaded");
 
   // Without the ticker list no symbol can be found; the list is not asked for again and again.
   test::LocalServer down;
@@ -123,13 +118,11 @@ TEST_F(SourceTest, SummaryFillsEveryFigureAfterTheHandshake) {
   EXPECT_EQ(source->StoreCompanyData(db, "AAPL"), "");
   std::string why;
   EXPECT_EQ(source->EPSLine("AAPL", why), "\"AAPL\",6.13,6.62,7.15");
-  std::string description, industry, exchange, name;
-  double rank = 0;
-  db.GetStockData("AAPL", description, rank, rank, industry, exchange, name);
-  EXPECT_EQ(name, "Apple Inc.");
-  EXPECT_EQ(exchange, "NasdaqGS");
-  EXPECT_EQ(industry, "Consumer Electronics");
-  EXPECT_TRUE(description.starts_with("Apple Inc. designs"));
+  const auto info = ReadStockInfo(db, "AAPL");
+  EXPECT_EQ(info.name, "Apple Inc.");
+  EXPECT_EQ(info.exchange, "NasdaqGS");
+  EXPECT_EQ(info.industry, "Consumer Electronics");
+  EXPECT_TRUE(info.description.starts_with("Apple Inc. designs"));
   EXPECT_EQ(Row("AAPL").nextYearEstimate, 7.15);
   EXPECT_FALSE(db.LacksEstimates());
   const auto targets = server.targets();

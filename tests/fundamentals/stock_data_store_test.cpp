@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include "fundamentals/stock_info.h"
 #include "halvard/error.h"
 #include "test_support.h"
 #include "unprivileged.h"
 
 namespace halvard::fundamentals {
 namespace {
+
+using test::ReadStockInfo;
+using test::StockInfo;
 
 // A fresh stock database in a scratch folder, with a way to look at it directly.
 struct StoreTest : ::testing::Test {
@@ -32,15 +36,13 @@ struct StoreTest : ::testing::Test {
 };
 
 TEST_F(StoreTest, AnUnknownSymbolReadsAsNotDownloadedAndLeavesNameAndRanks) {
-  std::string description, industry, exchange, name = "preset";
-  double epsRank = 7, rsRank = 8;
-  db.GetStockData("MSFT", description, epsRank, rsRank, industry, exchange, name);
-  EXPECT_EQ(description, "Not yet downloaded");
-  EXPECT_EQ(industry, "N/A");
-  EXPECT_EQ(exchange, "N/A");
-  EXPECT_EQ(name, "preset");
-  EXPECT_EQ(epsRank, 7);
-  EXPECT_EQ(rsRank, 8);
+  const StockInfo info = ReadStockInfo(db, "MSFT", {.name = "preset", .epsRank = 7, .rsRank = 8});
+  EXPECT_EQ(info.description, "Not yet downloaded");
+  EXPECT_EQ(info.industry, "N/A");
+  EXPECT_EQ(info.exchange, "N/A");
+  EXPECT_EQ(info.name, "preset");
+  EXPECT_EQ(info.epsRank, 7);
+  EXPECT_EQ(info.rsRank, 8);
 }
 
 TEST_F(StoreTest, SetStockDataInsertsOnceThenUpdatesAndStoresApostrophesAsGiven) {
@@ -51,11 +53,9 @@ TEST_F(StoreTest, SetStockDataInsertsOnceThenUpdatesAndStoresApostrophesAsGiven)
   EXPECT_EQ(Column("Name"), "MSFT=Microsoft ");
   EXPECT_EQ(Column("RSRank || '/' || EPSRank"), "MSFT=30.0/40.0 ");
   db.SetStockData("O'NEIL", "It's", 0, 0, "Ind", "Ex", "Mo's", 0.25, 12, -3.5);
-  std::string description, industry, exchange, name;
-  double epsRank = 0, rsRank = 0;
-  db.GetStockData("O'NEIL", description, epsRank, rsRank, industry, exchange, name);
-  EXPECT_EQ(name, "Mo's");
-  EXPECT_EQ(description, "It's");
+  const StockInfo info = ReadStockInfo(db, "O'NEIL");
+  EXPECT_EQ(info.name, "Mo's");
+  EXPECT_EQ(info.description, "It's");
   EXPECT_EQ(Column("EPS || ' ' || YearEPSEstimate || ' ' || NextYearEPSEstimate"),
             "MSFT=1.5 2.25 -3.5 O'NEIL=0.25 12.0 -3.5 ");
 }
@@ -77,10 +77,8 @@ TEST_F(StoreTest, HostileTextIsStoredAsGivenAndTouchesNoOtherRow) {
       "EVIL=d|i|Evil Inc|0.0|0.0 KEEP=sentinel|Ind|Keep Co|22.0|11.0 ");
   EXPECT_EQ(Column("AvgRS"), "EVIL=Null KEEP=Null ");
 
-  std::string description, industry, exchange, name = "preset";
-  double epsRank = 0, rsRank = 0;
-  db.GetStockData("nosuch' OR '1'='1", description, epsRank, rsRank, industry, exchange, name);
-  EXPECT_EQ(description + "|" + name, "Not yet downloaded|preset");
+  const StockInfo info = ReadStockInfo(db, "nosuch' OR '1'='1", {.name = "preset"});
+  EXPECT_EQ(info.description + "|" + info.name, "Not yet downloaded|preset");
 }
 
 TEST_F(StoreTest, TwoRowsOfOneSymbolGetAThirdOnTheNextWholeRowWrite) {
@@ -103,14 +101,12 @@ TEST_F(StoreTest, ANullNameLeavesTheCallersNameAndSettersTouchOnlyTheirColumn) {
   db.SetRSRank("NEW", 66);
   db.SetRSAvg("NEW", 1.25, 0.5);
   db.SetSummary("NONE", "nothing happens to a symbol without a row");
-  std::string description, industry, exchange = "before", name;
-  double epsRank = 0, rsRank = 0;
-  db.GetStockData("NEW", description, epsRank, rsRank, industry, exchange, name);
-  EXPECT_EQ(name, "");
-  EXPECT_EQ(exchange, "before");
-  EXPECT_EQ(description + "|" + industry, "Summary|Industry");
-  EXPECT_EQ(epsRank, 55);
-  EXPECT_EQ(rsRank, 66);
+  const StockInfo info = ReadStockInfo(db, "NEW", {.exchange = "before"});
+  EXPECT_EQ(info.name, "");
+  EXPECT_EQ(info.exchange, "before");
+  EXPECT_EQ(info.description + "|" + info.industry, "Summary|Industry");
+  EXPECT_EQ(info.epsRank, 55);
+  EXPECT_EQ(info.rsRank, 66);
   EXPECT_EQ(Column("AvgRS || '/' || PrevAvgRS"), "NEW=1.25/0.5 ");
 }
 
@@ -128,14 +124,13 @@ TEST_F(StoreTest, SetExchangeAlwaysFailsAndAReopenedDatabaseKeepsItsColumns) {
 std::string Browse(const std::filesystem::path& file) {
   StockDataStore browser;
   browser.InitReadOnly(file);
-  std::string description, industry, exchange, name;
-  double epsRank = 0, rsRank = 0;
-  browser.GetStockData("MSFT", description, epsRank, rsRank, industry, exchange, name);
+  const StockInfo info = ReadStockInfo(browser, "MSFT");
   std::string scan;
   for (const std::string& symbol : browser.RSRankScan(100)) scan += symbol + "\r\n";
   const std::string write = test::ErrorText([&] { browser.SetRSRank("MSFT", 5); });
   const bool refused = write.find("readonly") != std::string::npos;
-  return name + "|" + description + "|" + scan + "|" + (refused ? "write refused" : write);
+  return info.name + "|" + info.description + "|" + scan + "|" +
+         (refused ? "write refused" : write);
 }
 
 // Browsing opens the database for reading only, so it works where the user may not write: a
@@ -180,12 +175,8 @@ TEST_F(StoreTest, AReadOnlyStoreOfAMissingFileSeesNoStocksAndCreatesNothing) {
 TEST_F(StoreTest, AFailedInitLeavesEveryLaterStatementFailingWithThePath) {
   StockDataStore broken;
   broken.Init(dir / "no such folder" / "stockdata.mdb");
-  try {
-    broken.SetRSRank("MSFT", 1);
-    FAIL() << "no error";
-  } catch (const Error& e) {
-    EXPECT_NE(std::string(e.what()).find("no such folder"), std::string::npos) << e.what();
-  }
+  const std::string error = test::ErrorText([&] { broken.SetRSRank("MSFT", 1); });
+  EXPECT_NE(error.find("no such folder"), std::string::npos) << error;
 }
 
 TEST_F(StoreTest, EPSRanksArePercentilesOfTheStocksWithEPSAboveZero) {
