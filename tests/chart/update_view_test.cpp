@@ -12,6 +12,7 @@
 #include "halvard/chart/recording_canvas.h"
 #include "halvard/error.h"
 #include "halvard/platform/date_text.h"
+#include "test_support.h"
 
 namespace halvard::chart {
 namespace {
@@ -63,10 +64,10 @@ struct Drawn {
   RecordingCanvas canvas;
 };
 
-std::unique_ptr<Drawn> Draw(const engine::StockView& v, int view) {
+std::unique_ptr<Drawn> Draw(const engine::StockView& v, int view, double height = 400) {
   auto d = std::make_unique<Drawn>();
-  InitChart(d->chart, 400);
-  LayOut(d->chart, 600, 400);
+  InitChart(d->chart, height);
+  LayOut(d->chart, 600, height);
   settings::Config config;
   config.currentView = static_cast<int16_t>(view);
   UpdateView(d->chart, v, config, d->canvas);
@@ -132,12 +133,7 @@ TEST(UpdateView, ScalesLeaveRoomAboveAndBelow) {
 TEST(UpdateView, PricesAndVolumesBeyondTheScalesNameTheFile) {
   const auto error = [](engine::StockView& v) {
     v.stockFilePath = "data/TEST.txt";
-    try {
-      Draw(v, 1);
-    } catch (const Error& e) {
-      return std::string(e.what());
-    }
-    return std::string("no error");
+    return test::ErrorText([&] { Draw(v, 1); });
   };
   auto v = SeriesOf({{10, 10}, {40000, 10}});
   EXPECT_EQ(
@@ -184,11 +180,7 @@ TEST(UpdateView, DateLabelsRunFromOldestOnTheLeftToNewestOnTheRight) {
 TEST(UpdateView, VolumeLabelsNeverTouch) {
   const auto v = SeriesOf(std::vector<Bar>(30, {11, 10, 3000}));
   for (const double height : {400.0, 120.0}) {
-    auto d = std::make_unique<Drawn>();
-    InitChart(d->chart, height);
-    LayOut(d->chart, 600, height);
-    settings::Config config;
-    UpdateView(d->chart, *v, config, d->canvas);
+    const auto d = Draw(*v, settings::Config().currentView, height);
     std::vector<double> tops;
     for (const Primitive& p : Only(d->canvas, Kind::kText, kWhite)) {
       if (p.x1 < 300 || p.text.find('/') != std::string::npos) continue;  // the right-hand labels
