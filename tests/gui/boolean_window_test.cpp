@@ -33,12 +33,10 @@ const QString kNothingOnView =
 
 // Two lists and two saved records; the second names its first list and its operation in
 // capitals.
-void WriteRecords(const Workspace& ws) {
-  ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AAA\r\nBBB\r\nCCC\r\n"));
-  ws.writeList(QStringLiteral("b.inc"), QStringLiteral("bbb\r\nDDD\r\n"));
-  ws.writeList(QStringLiteral("booldb.dat"),
-               QStringLiteral("a.inc:union:b.inc:u.inc\r\nA.INC:Difference:b.inc:d.inc\r\n"));
-}
+const Opened::Lists kRecords = {
+    {"a.inc", "AAA\r\nBBB\r\nCCC\r\n"},
+    {"b.inc", "bbb\r\nDDD\r\n"},
+    {"booldb.dat", "a.inc:union:b.inc:u.inc\r\nA.INC:Difference:b.inc:d.inc\r\n"}};
 
 }  // namespace
 
@@ -49,11 +47,8 @@ class BooleanWindowTest : public QObject {
   // The arrows walk the records; one step before the first is the place for a new record,
   // where the controls keep what they showed.
   void browsingShowsEachRecordAndThePlaceForANewOne() {
-    Workspace ws;
-    WriteRecords(ws);
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    BooleanWindow b(*w);
+    Opened o(kRecords);
+    BooleanWindow b(*o.w);
     QCOMPARE(b.windowTitle(), QStringLiteral("Boolean Operations"));
     QCOMPARE(Status(b), QStringLiteral(" Currently Viewing Record #1|2 Records in file "));
     QCOMPARE(Current(b, "firstList") + Current(b, "operation") + Current(b, "secondList"),
@@ -72,18 +67,14 @@ class BooleanWindowTest : public QObject {
     QCOMPARE(Result(b), QStringLiteral("u.inc"));
     Click(b, "goRightBtn");
     QCOMPARE(Status(b), QStringLiteral(" Currently Viewing Record #1|2 Records in file "));
-    QVERIFY(dialogs.messages.empty());
+    QVERIFY(o.dialogs.messages.empty());
   }
 
   // A missing booldb.dat starts empty; every change is saved at once.
   void addAndDeleteSaveTheFile() {
-    Workspace ws;
-    ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AAA\r\n"));
-    ws.writeList(QStringLiteral("b.inc"), QStringLiteral("BBB\r\n"));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    BooleanWindow b(*w);
-    const QString file = ws.lists() + "/booldb.dat";
+    Opened o({{"a.inc", "AAA\r\n"}, {"b.inc", "BBB\r\n"}});
+    BooleanWindow b(*o.w);
+    const QString file = o.ws.lists() + "/booldb.dat";
     QCOMPARE(FileText(file), QString());
     QCOMPARE(Status(b), kNothingOnView);
     Click(b, "addRecBtn");  // no result name: no record
@@ -102,29 +93,27 @@ class BooleanWindowTest : public QObject {
   // "&Run" combines the lists as the controls show them, "&Run All" every record in turn; the
   // main window's list of watch lists then holds the results.
   void runningWritesTheResultLists() {
-    Workspace ws;
-    WriteRecords(ws);
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    BooleanWindow b(*w);
+    Opened o(kRecords);
+    BooleanWindow b(*o.w);
     Click(b, "runRecBtn");
-    QCOMPARE(FileText(ws.lists() + "/u.inc"), QStringLiteral("AAA\r\nBBB\r\nCCC\r\nDDD\r\n"));
-    QVERIFY(!QFile::exists(ws.lists() + "/d.inc"));
-    auto* mainLists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    QCOMPARE(FileText(o.ws.lists() + "/u.inc"), QStringLiteral("AAA\r\nBBB\r\nCCC\r\nDDD\r\n"));
+    QVERIFY(!QFile::exists(o.ws.lists() + "/d.inc"));
+    auto* mainLists = o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
     QVERIFY(mainLists->findText(QStringLiteral("u.inc")) >= 0);
     Click(b, "runAllBtn");
     // "Difference" is the drop-down's "difference", as the window shows the record.
-    QCOMPARE(FileText(ws.lists() + "/d.inc"), QStringLiteral("AAA\r\nCCC\r\n"));
+    QCOMPARE(FileText(o.ws.lists() + "/d.inc"), QStringLiteral("AAA\r\nCCC\r\n"));
     QCOMPARE(Status(b), QStringLiteral(" Currently Viewing Record #2|2 Records in file "));
     QVERIFY(mainLists->findText(QStringLiteral("d.inc")) >= 0);
 
     // A record naming a list that is not there stops with a message and stays on view.
-    ws.writeList(QStringLiteral("booldb.dat"), QStringLiteral("nosuch.inc:union:b.inc:n.inc\r\n"));
-    BooleanWindow again(*w);
+    o.ws.writeList(QStringLiteral("booldb.dat"),
+                   QStringLiteral("nosuch.inc:union:b.inc:n.inc\r\n"));
+    BooleanWindow again(*o.w);
     Click(again, "runAllBtn");
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
-    QVERIFY(!QFile::exists(ws.lists() + "/n.inc"));
+    QCOMPARE(o.dialogs.messages.size(), size_t{1});
+    QCOMPARE(o.dialogs.messages[0].title, QStringLiteral("Error"));
+    QVERIFY(!QFile::exists(o.ws.lists() + "/n.inc"));
   }
 
   void theMenuOpensItModally() {

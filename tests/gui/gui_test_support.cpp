@@ -63,6 +63,14 @@ std::unique_ptr<MainFrm> Workspace::open(Dialogs& dialogs) const {
   return std::make_unique<MainFrm>(start(), dialogs);
 }
 
+Opened::Opened(const Lists& lists, const QString& settings) {
+  for (const auto& [name, text] : lists) ws.writeList(name, text);
+  if (!settings.isNull()) ws.writeSettings(settings);
+  w = ws.open(dialogs);
+}
+
+Opened::Opened(bool withSamples) : ws(withSamples), w(ws.open(dialogs)) {}
+
 QByteArray FileBytes(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -7,8 +7,10 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <deque>
+#include <initializer_list>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "dialogs.h"
@@ -100,11 +102,14 @@ inline const QByteArray kRefusedPrices =
 inline const QString kXlnxRefused =
     QStringLiteral("XLNX.txt line 2: the high \"two\" is not a number");
 
-// A main window on a fresh copy of the samples (or on two empty folders), with the dialogs it
-// talks to: where most window tests start. A test that prepares its workspace first opens the
-// window itself.
+// A main window on a fresh copy of the samples, with the dialogs it talks to: where most window
+// tests start. The watch lists given (name, text) and the settings file's text, when given, are
+// written before the window opens; withSamples false opens it on two empty folders. A test that
+// prepares its workspace otherwise opens the window itself.
 struct Opened {
-  explicit Opened(bool withSamples = true) : ws(withSamples), w(ws.open(dialogs)) {}
+  using Lists = std::initializer_list<std::pair<QString, QString>>;
+  explicit Opened(const Lists& lists = {}, const QString& settings = {});
+  explicit Opened(bool withSamples);
   Workspace ws;
   FakeDialogs dialogs;
   std::unique_ptr<MainFrm> w;

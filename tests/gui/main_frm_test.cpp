@@ -43,17 +43,14 @@ class MainFrmTest : public QObject {
 
  private slots:
   void startUpForcesTheRSSettingsWhateverWasStored() {
-    Workspace ws;
-    ws.writeSettings(QStringLiteral("[View]\nShowRS=False\n[Batch]\nRS Days=5\nRS Check=False\n"));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    QVERIFY(w->config().showRS);
-    QVERIFY(w->config().rsCheckEnabled);
-    QCOMPARE(w->config().rsDayCurr, 10);
-    QVERIFY(dialogs.messages.empty());
-    w->close();  // closing writes the forced values back
-    QVERIFY(ws.settingsText().contains(QStringLiteral("RS Days=10")));
-    QVERIFY(ws.settingsText().contains(QStringLiteral("ShowRS=True")));
+    Opened o({}, "[View]\nShowRS=False\n[Batch]\nRS Days=5\nRS Check=False\n");
+    QVERIFY(o.w->config().showRS);
+    QVERIFY(o.w->config().rsCheckEnabled);
+    QCOMPARE(o.w->config().rsDayCurr, 10);
+    QVERIFY(o.dialogs.messages.empty());
+    o.w->close();  // closing writes the forced values back
+    QVERIFY(o.ws.settingsText().contains(QStringLiteral("RS Days=10")));
+    QVERIFY(o.ws.settingsText().contains(QStringLiteral("ShowRS=True")));
   }
 
   void aMissingIndexFileSaysSoAndTurnsTheRSLineOff() {
@@ -79,37 +76,34 @@ class MainFrmTest : public QObject {
   }
 
   void selectingAListShowsItsFirstSymbol() {
-    Workspace ws;
-    ws.writeList(QStringLiteral("zz.inc"), QStringLiteral("NOSUCH\r\nAMD\r\n"));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
-    auto* hot = w->findChild<QListWidget*>(QStringLiteral("HotList"));
+    Opened o({{"zz.inc", "NOSUCH\r\nAMD\r\n"}});
+    auto* lists = o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    auto* hot = o.w->findChild<QListWidget*>(QStringLiteral("HotList"));
     QCOMPARE(lists->currentText(), QStringLiteral("sample.inc"));
-    QCOMPARE(hot->count(), static_cast<int>(w->session().symbols.size()));
+    QCOMPARE(hot->count(), static_cast<int>(o.w->session().symbols.size()));
     QCOMPARE(hot->currentRow(), 0);
-    QVERIFY(w->session().chartReady);
-    QVERIFY(!LabelShown(*w));
-    QVERIFY(StatusPanel(*w, 2).startsWith(QStringLiteral("Last Day - ")));
-    QVERIFY(StatusPanel(*w, 1).endsWith(hot->item(0)->text()));
+    QVERIFY(o.w->session().chartReady);
+    QVERIFY(!LabelShown(*o.w));
+    QVERIFY(StatusPanel(*o.w, 2).startsWith(QStringLiteral("Last Day - ")));
+    QVERIFY(StatusPanel(*o.w, 1).endsWith(hot->item(0)->text()));
 
     // Row 0 has no price file: the list still shows, with the label over a cleared chart and no
     // numbers of the symbol shown before.
     lists->setCurrentIndex(lists->findText(QStringLiteral("zz.inc")));
     QCOMPARE(hot->count(), 2);
     QCOMPARE(hot->item(0)->text(), QStringLiteral("NOSUCH"));
-    QVERIFY(LabelShown(*w));
-    QCOMPARE(WindowTexts(*w),
+    QVERIFY(LabelShown(*o.w));
+    QCOMPARE(WindowTexts(*o.w),
              (QStringList{"Six Month View - NOSUCH", "", "Data Not Downloaded Yet"}));
     // Clicking a symbol loads it; the information page falls back to its defaults.
     hot->setCurrentRow(1);
-    QVERIFY(!LabelShown(*w));
-    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AMD")));
-    QVERIFY(StatusPanel(*w, 2).startsWith(QStringLiteral("Last Day - ")));
-    QCOMPARE(w->findChild<QLabel*>(QStringLiteral("companyName"))->text(),
+    QVERIFY(!LabelShown(*o.w));
+    QVERIFY(StatusPanel(*o.w, 1).endsWith(QStringLiteral("AMD")));
+    QVERIFY(StatusPanel(*o.w, 2).startsWith(QStringLiteral("Last Day - ")));
+    QCOMPARE(o.w->findChild<QLabel*>(QStringLiteral("companyName"))->text(),
              QStringLiteral("Company"));
     hot->setCurrentRow(0);  // a click on a symbol without a price file
-    QCOMPARE(WindowTexts(*w),
+    QCOMPARE(WindowTexts(*o.w),
              (QStringList{"Six Month View - NOSUCH", "", "Data Not Downloaded Yet"}));
   }
 
@@ -129,24 +123,20 @@ class MainFrmTest : public QObject {
 
   // Choosing the list already shown loads it again: edited on disk, or after "f" loaded another.
   void reChoosingTheShownListReloadsIt() {
-    Workspace ws;
-    ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AMD\r\nAAL\r\n"));
-    ws.writeList(QStringLiteral("b.inc"), QStringLiteral("AVY\r\n"));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
-    auto* hot = w->findChild<QListWidget*>(QStringLiteral("HotList"));
+    Opened o({{"a.inc", "AMD\r\nAAL\r\n"}, {"b.inc", "AVY\r\n"}});
+    auto* lists = o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    auto* hot = o.w->findChild<QListWidget*>(QStringLiteral("HotList"));
     QCOMPARE(lists->currentText(), QStringLiteral("a.inc"));
-    ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AAL\r\n"));
+    o.ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AAL\r\n"));
     emit lists->activated(lists->currentIndex());
     QCOMPARE(hot->count(), 1);
-    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AAL")));
-    dialogs.answers = {QString("b")};
-    w->KeyCommand(u'f');
+    QVERIFY(StatusPanel(*o.w, 1).endsWith(QStringLiteral("AAL")));
+    o.dialogs.answers = {QString("b")};
+    o.w->KeyCommand(u'f');
     QCOMPARE(hot->item(0)->text(), QStringLiteral("AVY"));
     emit lists->activated(lists->currentIndex());
     QCOMPARE(hot->item(0)->text(), QStringLiteral("AAL"));
-    QCOMPARE(w->session().listName, std::string("a.inc"));
+    QCOMPARE(o.w->session().listName, std::string("a.inc"));
   }
 
   // "Edit Current": $VISUAL, then $EDITOR, then the desktop's program; else a message says why.
@@ -185,25 +175,22 @@ class MainFrmTest : public QObject {
   // Folders given on the command line are for the run; a stored value that did not convert is
   // kept as the user wrote it, and every other stored value is read and kept.
   void closingWritesBackOnlyWhatTheUserChanged() {
-    Workspace ws;
-    ws.writeSettings(
-        QStringLiteral("[Paths]\nStock File Path=/home/me/prices\n[View]\nCurrent=abc\n"
-                       "[Batch]\nStop Loss Limit=0.5\nBuyMode=2\n[Scans]\n52 Week Period=30\n"));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QVERIFY(dialogs.messages[0].text.contains(QStringLiteral("\"abc\" stays in the file")));
-    QCOMPARE(w->config().stopLossLimit, 0.5);
-    QCOMPARE(w->config().buyMode, 2);
-    QCOMPARE(w->config().period52week, 30);
-    QCOMPARE(QString::fromStdString(w->config().StockFilePath), ws.stocks());
-    w->close();
-    const QString text = ws.settingsText();
+    Opened o({},
+             "[Paths]\nStock File Path=/home/me/prices\n[View]\nCurrent=abc\n"
+             "[Batch]\nStop Loss Limit=0.5\nBuyMode=2\n[Scans]\n52 Week Period=30\n");
+    QCOMPARE(o.dialogs.messages.size(), size_t{1});
+    QVERIFY(o.dialogs.messages[0].text.contains(QStringLiteral("\"abc\" stays in the file")));
+    QCOMPARE(o.w->config().stopLossLimit, 0.5);
+    QCOMPARE(o.w->config().buyMode, 2);
+    QCOMPARE(o.w->config().period52week, 30);
+    QCOMPARE(QString::fromStdString(o.w->config().StockFilePath), o.ws.stocks());
+    o.w->close();
+    const QString text = o.ws.settingsText();
     for (const char* line : {"Stock File Path=/home/me/prices\r\n", "Current=abc\r\n",
                              "Stop Loss Limit=0.5\r\n", "BuyMode=2\r\n", "52 Week Period=30\r\n"}) {
       QVERIFY2(text.contains(QString::fromLatin1(line)), qPrintable(text));
     }
-    QVERIFY2(!text.contains(ws.lists()), qPrintable(text));
+    QVERIFY2(!text.contains(o.ws.lists()), qPrintable(text));
   }
 
   // With "Update Graphs During Scans" on, the chart follows the scan stock by stock.
@@ -361,27 +348,23 @@ class MainFrmTest : public QObject {
   }
 
   void hotListCursorWrapsAndLeavesTheSelectionAlone() {
-    Workspace ws;
-    ws.writeList(QStringLiteral("a.inc"), QStringLiteral("AMD\r\nAAL\r\nAVY\r\n"));
-    ws.writeList(QStringLiteral("b.inc"), QStringLiteral(""));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);  // a.inc comes first
-    auto* hot = w->findChild<QListWidget*>(QStringLiteral("HotList"));
-    runs::Session& s = w->session();
-    w->KeyCommand(u',');
+    Opened o({{"a.inc", "AMD\r\nAAL\r\nAVY\r\n"}, {"b.inc", ""}});  // a.inc comes first
+    auto* hot = o.w->findChild<QListWidget*>(QStringLiteral("HotList"));
+    runs::Session& s = o.w->session();
+    o.w->KeyCommand(u',');
     QCOMPARE(s.hotListCursor, 2);
-    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AVY")));
-    w->KeyCommand(u'.');
+    QVERIFY(StatusPanel(*o.w, 1).endsWith(QStringLiteral("AVY")));
+    o.w->KeyCommand(u'.');
     QCOMPARE(s.hotListCursor, 0);
-    w->KeyCommand(u' ');
+    o.w->KeyCommand(u' ');
     QCOMPARE(s.hotListCursor, 1);
     QVERIFY(s.chartReady);
     QCOMPARE(hot->currentRow(), 0);
 
-    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    auto* lists = o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
     lists->setCurrentIndex(lists->findText(QStringLiteral("b.inc")));
-    w->KeyCommand(u'.');
-    w->KeyCommand(u',');
+    o.w->KeyCommand(u'.');
+    o.w->KeyCommand(u',');
     QCOMPARE(s.hotListCursor, 1);
     QVERIFY(!s.chartReady);
   }
@@ -401,24 +384,21 @@ class MainFrmTest : public QObject {
   }
 
   void filterAndJumpLoadWhatWasTyped() {
-    Workspace ws;
-    ws.writeList(QStringLiteral("two.inc"), QStringLiteral("AVY\r\nAMD\r\n"));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    dialogs.answers = {QString("two"), QString("NOSUCH"), QString("AMD")};
-    w->KeyCommand(u'f');
-    QCOMPARE(w->session().listName, std::string("two"));
-    QCOMPARE(w->findChild<QListWidget*>(QStringLiteral("HotList"))->count(), 2);
-    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AVY")));
-    w->KeyCommand(u'j');
-    QVERIFY(LabelShown(*w));
-    w->KeyCommand(u'j');
-    QVERIFY(StatusPanel(*w, 1).endsWith(QStringLiteral("AMD")));
+    Opened o({{"two.inc", "AVY\r\nAMD\r\n"}});
+    o.dialogs.answers = {QString("two"), QString("NOSUCH"), QString("AMD")};
+    o.w->KeyCommand(u'f');
+    QCOMPARE(o.w->session().listName, std::string("two"));
+    QCOMPARE(o.w->findChild<QListWidget*>(QStringLiteral("HotList"))->count(), 2);
+    QVERIFY(StatusPanel(*o.w, 1).endsWith(QStringLiteral("AVY")));
+    o.w->KeyCommand(u'j');
+    QVERIFY(LabelShown(*o.w));
+    o.w->KeyCommand(u'j');
+    QVERIFY(StatusPanel(*o.w, 1).endsWith(QStringLiteral("AMD")));
 
-    dialogs.answers = {QString("nosuchlist")};
-    w->KeyCommand(u'f');
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QCOMPARE(dialogs.messages[0].title, QStringLiteral("Error"));
+    o.dialogs.answers = {QString("nosuchlist")};
+    o.w->KeyCommand(u'f');
+    QCOMPARE(o.dialogs.messages.size(), size_t{1});
+    QCOMPARE(o.dialogs.messages[0].title, QStringLiteral("Error"));
   }
 
   void backtestKeysShowTheLogPane() {
@@ -512,25 +492,21 @@ class MainFrmTest : public QObject {
   // The SEC asks for a contact: the first company-data run asks for it, refuses one without an
   // e-mail, and keeps a good one in the settings file.
   void companyDataFromTheSecAsksForAContactFirst() {
-    Workspace ws;
-    ws.writeSettings(QStringLiteral(
-        "[Services]\nEdgar Host=127.0.0.1:1\nEdgar Data Host=127.0.0.1:1\nRetries=0\n"));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    auto* company = w->findChild<QAction*>(QStringLiteral("downloadCompanyDataMnuItem"));
+    Opened o({}, "[Services]\nEdgar Host=127.0.0.1:1\nEdgar Data Host=127.0.0.1:1\nRetries=0\n");
+    auto* company = o.w->findChild<QAction*>(QStringLiteral("downloadCompanyDataMnuItem"));
     company->trigger();  // cancelled: nothing asked of the SEC, nothing stored
-    QCOMPARE(dialogs.prompts.size(), size_t{1});
-    QVERIFY(dialogs.prompts[0].startsWith(QStringLiteral("Contact / ")));
-    QVERIFY(!ws.settingsText().contains(QStringLiteral("Contact=")));
-    dialogs.answers = {QStringLiteral("nobody")};
+    QCOMPARE(o.dialogs.prompts.size(), size_t{1});
+    QVERIFY(o.dialogs.prompts[0].startsWith(QStringLiteral("Contact / ")));
+    QVERIFY(!o.ws.settingsText().contains(QStringLiteral("Contact=")));
+    o.dialogs.answers = {QStringLiteral("nobody")};
     company->trigger();
-    QCOMPARE(dialogs.messages.size(), size_t{1});
-    QVERIFY(dialogs.messages[0].text.contains(QStringLiteral("Contact")));
-    dialogs.answers = {QStringLiteral("Jane Doe jane@example.com")};
+    QCOMPARE(o.dialogs.messages.size(), size_t{1});
+    QVERIFY(o.dialogs.messages[0].text.contains(QStringLiteral("Contact")));
+    o.dialogs.answers = {QStringLiteral("Jane Doe jane@example.com")};
     company->trigger();
-    QVERIFY(ws.settingsText().contains(QStringLiteral("Contact=Jane Doe jane@example.com")));
+    QVERIFY(o.ws.settingsText().contains(QStringLiteral("Contact=Jane Doe jane@example.com")));
     company->trigger();  // asked once only
-    QCOMPARE(dialogs.prompts.size(), size_t{3});
+    QCOMPARE(o.dialogs.prompts.size(), size_t{3});
   }
 
   // While a scan runs the window keeps painting but takes no other command; Cancel stops it

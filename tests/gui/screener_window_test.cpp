@@ -79,11 +79,8 @@ class ScreenerWindowTest : public QObject {
   // A control for every criterion of the tables, each given its own numbers, so a field wired
   // to the wrong criterion or the wrong end shows in the query; emptied, it is no criterion.
   void typedCriteriaReachTheScreener() {
-    Workspace ws;
-    ws.writeSettings(QStringLiteral("[Services]\nScreener Host=screener.example/v1/\n"));
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);
-    ScreenerWindow s(*w);
+    Opened o({}, "[Services]\nScreener Host=screener.example/v1/\n");
+    ScreenerWindow s(*o.w);
     QVERIFY(!s.findChild<QCheckBox*>(QStringLiteral("localData"))->isChecked());
     screener::ScreenCriteria expected;
     for (const screener::TextCriterion& t : screener::TextCriteria()) {
@@ -98,7 +95,7 @@ class ScreenerWindowTest : public QObject {
       expected.*r.field = {n, n + 0.5};
       n += 1;
     }
-    QVERIFY(dialogs.messages.empty());
+    QVERIFY(o.dialogs.messages.empty());
     const QString query = Text(s, "query");
     QCOMPARE(query, "http://screener.example/v1" + Q(screener::ScreenQuery(expected, 1)));
     QVERIFY(query.contains(QStringLiteral("industry=Oil%20%26%20industry&")));

@@ -39,20 +39,17 @@ class SweepWindowTest : public QObject {
  private slots:
   // "d", "b" and the menu open their windows only for a list with symbols.
   void theWindowsOpenOnlyForAListWithSymbols() {
-    Workspace ws;
-    ws.writeList(QStringLiteral("a-empty.inc"), QString());
-    FakeDialogs dialogs;
-    auto w = ws.open(dialogs);  // a-empty.inc is the first list
-    w->KeyCommand(u'd');
-    w->KeyCommand(u'b');
-    Trigger(*w, "backTestMnu");
-    QVERIFY(w->findChild<SweepWindow*>() == nullptr);
-    auto* lists = w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
+    Opened o({{"a-empty.inc", ""}});  // the first list
+    o.w->KeyCommand(u'd');
+    o.w->KeyCommand(u'b');
+    Trigger(*o.w, "backTestMnu");
+    QVERIFY(o.w->findChild<SweepWindow*>() == nullptr);
+    auto* lists = o.w->findChild<QComboBox*>(QStringLiteral("IncListBox"));
     lists->setCurrentIndex(lists->findText(QStringLiteral("sample.inc")));
-    w->KeyCommand(u'd');
-    Trigger(*w, "backTestMnu");
-    const auto* live = w->findChild<SweepWindow*>(QStringLiteral("LiveTradingForm"));
-    const auto* batch = w->findChild<SweepWindow*>(QStringLiteral("BatchTest"));
+    o.w->KeyCommand(u'd');
+    Trigger(*o.w, "backTestMnu");
+    const auto* live = o.w->findChild<SweepWindow*>(QStringLiteral("LiveTradingForm"));
+    const auto* batch = o.w->findChild<SweepWindow*>(QStringLiteral("BatchTest"));
     QVERIFY(live != nullptr && live->isVisible());
     QVERIFY(batch != nullptr && batch->isVisible());
     QCOMPARE(batch->windowTitle(), QStringLiteral("Back Testing"));
