@@ -144,14 +144,15 @@ void Backtests(benchmark::State& state, const Market& market) {
     engine::ComputeBoxes(*view, true);
     views.push_back(std::move(view));
   }
+  const engine::TradingSettings trading = engine::TradingSettingsOf(config);
   platform::StringSink log;
   platform::StringSink results;
   size_t next = 0;
   int64_t logBytes = 0;
   for (auto _ : state) {
-    engine::BackTester tester(*views[next], config, log, results);
+    engine::BackTester tester(*views[next], log, results);
     tester.Backtest(
-        {.partOfListRun = true, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = true});
+        trading, {.partOfListRun = true, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = true});
     logBytes += static_cast<int64_t>(log.text().size());
     log.Clear();
     results.Clear();

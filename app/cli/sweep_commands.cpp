@@ -53,6 +53,8 @@ void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, 
   } else {
     session->SelectList(args.list);
   }
+  // Nothing here prints the engine's trade log: it is neither formatted nor kept.
+  session->tester().KeepLog(false);
   TerminalProgress progress;
   Report report(*session, progress);
   report.levels = args.sweep.Levels(report.levels);

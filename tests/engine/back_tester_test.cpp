@@ -21,7 +21,7 @@ constexpr BacktestOptions kListRun{.partOfListRun = true, .tryCorvanes = true, .
 
 class BacktestTest : public ::testing::Test {
  protected:
-  BacktestTest() { config_.useUnusualVolume = false; }
+  BacktestTest() { trading_.useUnusualVolume = false; }
 
   // The series as its price file loads, every day in view.
   void Load(const std::vector<Day>& oldestFirst) {
@@ -35,7 +35,7 @@ class BacktestTest : public ::testing::Test {
   std::string Run(bool signal = false, bool rs = false) {
     log_.Clear();
     tester_.Backtest(
-        {.signalMode = signal, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = rs});
+        trading_, {.signalMode = signal, .tryCorvanes = true, .tryBoxes = true, .rsEnabled = rs});
     return log_.text();
   }
 
@@ -46,10 +46,10 @@ class BacktestTest : public ::testing::Test {
 
   test::TempDir dir_;
   std::unique_ptr<StockView> view_ = std::make_unique<StockView>();
-  settings::Config config_;
+  TradingSettings trading_;
   platform::StringSink log_;
   platform::StringSink results_;
-  BackTester tester_{*view_, config_, log_, results_};
+  BackTester tester_{*view_, log_, results_};
 };
 
 // No corvane, so the boxes are tried, from the pair A-B of the hand-made series.
@@ -152,14 +152,14 @@ TEST_F(BacktestTest, ACorvaneTradesTheFirstBoxAfterItsNewHigh) {
             "Holding shares worth 6,650.00$\r\n"
             "Profit/Loss = 1,662.50$\r\n");
   EXPECT_EQ(tester_.totalProfit, 1662.5);
-  tester_.Backtest(kListRun);
+  tester_.Backtest(trading_, kListRun);
   EXPECT_EQ(results_.text(), "TEST\tCorvane\t\t1\t1,662.50$\t\tOpen\t\r\n");
   EXPECT_EQ(tester_.winCount, 1);
 }
 
 TEST_F(BacktestTest, AStopLossBelowZeroIsZeroAndTheHoldingIsValuedAtTheNewestClose) {
   Load(TwoBoxes());
-  config_.stopLossLimit = 20;
+  trading_.stopLossLimit = 20;
   EXPECT_EQ(Run(), Header() +
                        "Buy signal set at - 14.125\r\n"
                        "Sell signal set at - 0\r\n"
@@ -171,7 +171,7 @@ TEST_F(BacktestTest, AStopLossBelowZeroIsZeroAndTheHoldingIsValuedAtTheNewestClo
 
 TEST_F(BacktestTest, BounceModeBuysTwiceAndHoldsToTheEndAnyOtherModeTradesNothing) {
   Load(TwoBoxes());
-  config_.buyMode = 2;
+  trading_.buyMode = 2;
   EXPECT_EQ(Run(), Header("Bounce") +
                        "Sell signal set at - 8.875\r\n"
                        "Found a bounce on 3/10/2024\r\n"
@@ -180,7 +180,7 @@ TEST_F(BacktestTest, BounceModeBuysTwiceAndHoldsToTheEndAnyOtherModeTradesNothin
                        "Bought 363 at 13.75 on 3/13/2024\r\n"
                        "Holding shares worth 7,212.85$\r\n"
                        "Profit/Loss = (2,769.40)$\r\n");
-  config_.buyMode = 3;
+  trading_.buyMode = 3;
   EXPECT_EQ(Run(), Header("Bounce") +
                        "Sell signal set at - 8.875\r\n"
                        "Holding shares worth 0.00$\r\nProfit/Loss = 0.00$\r\n");
@@ -193,7 +193,7 @@ TEST_F(BacktestTest, BounceBuysAtTinyClosesCountEveryShareAndAtZeroStop) {
   days[9].close = 0.000001;
   days[12].close = 0.000002;
   Load(days);
-  config_.buyMode = 2;
+  trading_.buyMode = 2;
   Run();
   ExpectInLog("Bought 5000000000 at 1E-06 on 3/10/2024\r\n");
   ExpectInLog("Bought 2500000000 at 2E-06 on 3/13/2024\r\n");
@@ -236,7 +236,7 @@ TEST_F(BacktestTest, SignalModeStopsAtTheBreakoutOrBelowTheStopLoss) {
 
 TEST_F(BacktestTest, SignalModeInBounceModeStopsAtTheFirstBounce) {
   Load(TwoBoxes());
-  config_.buyMode = 2;
+  trading_.buyMode = 2;
   EXPECT_EQ(Run(true), Header("Bounce") +
                            "Found a buy position, turning on buy on 3/10/2024\r\n"
                            "Sell signal set at - 8.875\r\n"
@@ -265,11 +265,11 @@ TEST_F(BacktestTest, AFailedRSCheckSkipsTheBuy) {
 
 TEST_F(BacktestTest, AListRunWritesAResultRowAndKeepsTheTotals) {
   Load(TwoBoxes());
-  EXPECT_EQ(tester_.Backtest(kListRun), 3);
+  EXPECT_EQ(tester_.Backtest(trading_, kListRun), 3);
   EXPECT_EQ(log_.text().substr(0, 20), "Backtesting - TEST\r\n");  // no "Buy Mode" header
   EXPECT_EQ(results_.text(), "TEST\tPyramiding Boxes\t2\t(1,853.25)$\t\tCompleted\t\r\n");
-  config_.stopLossLimit = 20;
-  tester_.Backtest(kListRun);
+  trading_.stopLossLimit = 20;
+  tester_.Backtest(trading_, kListRun);
   EXPECT_EQ(results_.text().substr(results_.text().find("\r\n") + 2),
             "TEST\tPyramiding Boxes\t1\t(1,791.48)$\t\tOpen\t\r\n");
   EXPECT_EQ(tester_.lossCount, 2);
@@ -290,17 +290,18 @@ TEST_F(BacktestTest, UnusualVolumeIsThreeLoudDaysOfRisingPrices) {
     for (int p : {12, 13, 14}) days[p] = {12, 12.5, 11.5, c.close, c.volume};  // days 7, 6, 5
     Load(days);
     view_->averageVolume = 100;
-    config_.unusualVolumePercentage = 0;  // unset: the search falls back to 25 %
-    EXPECT_EQ(tester_.FindUnusualVolume(19), c.found);
-    EXPECT_EQ(config_.unusualVolumePercentage, 0.25);
-    EXPECT_EQ(tester_.FindUnusualVolume(8), 0);  // the search starts on the day before
+    settings::Config config;
+    config.unusualVolumePercentage = 0;  // unset: the search falls back to 25 %
+    const double percentage = TradingSettingsOf(config).unusualVolumePercentage;
+    EXPECT_EQ(tester_.FindUnusualVolume(19, percentage), c.found);
+    EXPECT_EQ(tester_.FindUnusualVolume(8, percentage), 0);  // the search starts on the day before
   }
   EXPECT_TRUE(tester_.unusualVolumeFound);  // set by the first case, never cleared
 }
 
 TEST_F(BacktestTest, WithoutUnusualVolumeTheBoxesAreNotTried) {
   Load(TwoBoxes());
-  config_.useUnusualVolume = true;
+  trading_.useUnusualVolume = true;
   view_->averageVolume = 1e9;
   const std::string header = Header();
   EXPECT_EQ(Run(), header.substr(0, header.find("Checking")) +

@@ -1,5 +1,7 @@
 #include "halvard/runs/batch_report.h"
 
+#include "halvard/error.h"
+
 #include "runs_fixture.h"
 
 namespace halvard::runs {
@@ -106,6 +108,86 @@ TEST_F(BatchReportTest, ABatchOfMissingFilesReportsNothingMadeAndAMaximumOfZero)
             "Maximum profit = 0 with a stoploss setting 0$ below box bottom and RS comparison at "
             "0 days.\r\n");
   EXPECT_EQ(batch.tradedList(), "");
+}
+
+// Cancels once `after` stocks have started.
+class CancelOnStock : public platform::Progress {
+ public:
+  explicit CancelOnStock(int after) : after_(after) {}
+  void Step(int, int, std::string_view) override { ++steps_; }
+  bool Cancelled() const override { return steps_ >= after_; }
+
+ private:
+  int after_;
+  int steps_ = 0;
+};
+
+TEST_F(BatchReportTest, ASweepLeavesTheLevelsOfTheLastStepItReached) {
+  ThreeSymbols();
+  batch.GoCommand(corvaneAndBoxes);
+  EXPECT_EQ(s.config.stopLossLimit, 0.25);
+  EXPECT_EQ(s.config.rsDayCurr, 12);
+  // Cancelled in its second step (0.125, 12 days), at its end, and in its third (0.25, 10).
+  const struct {
+    int after;
+    double stopLoss;
+    int rsDays;
+  } cancels[] = {{5, 0.125, 12}, {6, 0.125, 12}, {7, 0.25, 10}};
+  for (const auto& c : cancels) {
+    s.config.stopLossLimit = 1;
+    s.config.rsDayCurr = 3;
+    CancelOnStock cancel(c.after);
+    BatchReport cancelled(s, cancel);
+    cancelled.levels = batch.levels;
+    cancelled.GoCommand(corvaneAndBoxes);
+    EXPECT_EQ(s.config.stopLossLimit, c.stopLoss) << c.after;
+    EXPECT_EQ(s.config.rsDayCurr, c.rsDays) << c.after;
+    EXPECT_EQ(cancelled.text().find("Maximum"), std::string::npos);
+  }
+  // The separate sweeps: cancelled in the stop losses, the RS days are not reached.
+  s.config.rsDayCurr = 3;
+  CancelOnStock cancel(4);
+  BatchReport separate(s, cancel);
+  separate.levels = batch.levels;
+  separate.RunBatch(corvaneAndBoxes);
+  EXPECT_EQ(s.config.stopLossLimit, 0.25);
+  EXPECT_EQ(s.config.rsDayCurr, 3);
+}
+
+TEST_F(BatchReportTest, ARefusedFileLeavesTheLevelsOfTheStepItStopped) {
+  ThreeSymbols();
+  test::WriteText(dir / "BAD.txt", "Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,2,x,1,100\r\n");
+  List({"CORV", "BAD"});
+  EXPECT_THROW(batch.GoCommand(corvaneAndBoxes), Error);
+  EXPECT_EQ(s.config.stopLossLimit, 0.125);
+  EXPECT_EQ(s.config.rsDayCurr, 10);
+}
+
+TEST_F(BatchReportTest, AnUnusualVolumeSearchAtAPercentageOfZeroLeavesTheDefaultInTheSettings) {
+  Prices("CORV", test::CorvaneBreakout());
+  Prices("FOUR", test::FourBoxes());
+  s.config.useUnusualVolume = true;
+  s.config.unusualVolumePercentage = 0;
+  List({"CORV"});  // traded on its corvane: nothing searched
+  batch.GoCommand(corvaneAndBoxes);
+  EXPECT_EQ(s.config.unusualVolumePercentage, 0);
+  List({"CORV", "FOUR"});
+  batch.GoCommand(corvaneAndBoxes);
+  EXPECT_EQ(s.config.unusualVolumePercentage, 0.25);
+}
+
+TEST_F(BatchReportTest, ARunThatKeepsNoLogReportsTheSameAndLeavesTheLogEmpty) {
+  ThreeSymbols();
+  batch.GoCommand(corvaneAndBoxes);
+  EXPECT_NE(s.log().text().find("Bought"), std::string::npos);
+  s.log().Clear();
+  s.tester().KeepLog(false);
+  BatchReport unlogged(s, quiet);
+  unlogged.levels = batch.levels;
+  unlogged.GoCommand(corvaneAndBoxes);
+  EXPECT_EQ(unlogged.text(), batch.text());
+  EXPECT_EQ(unlogged.tradedList(), batch.tradedList());
+  EXPECT_EQ(s.log().text(), "");
 }
 
 }  // namespace

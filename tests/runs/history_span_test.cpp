@@ -71,16 +71,14 @@ TEST_F(CutToSpanTest, TheWindowEndsOnItsNewestDayWithTheSummariesOfThatDay) {
 }
 
 TEST_F(CutToSpanTest, AnRsComparisonPastTheMovedLineFails) {
-  settings::Config config;
-  config.rsDayCurr = 5;
   platform::StringSink log, rows;
   full->barCount = 400;
   CutToSpan(*full, {30, 10}, *window);
-  engine::BackTester tester(*window, config, log, rows);
+  engine::BackTester tester(*window, log, rows);
   // The line falls with every older day, so a check the line covers passes.
-  EXPECT_TRUE(tester.RSCheck(330, true));
+  EXPECT_TRUE(tester.RSCheck(330, 5, true));
   // Day 331 of the window, compared 5 days back, reads day 366 of the line: never held.
-  EXPECT_FALSE(tester.RSCheck(331, true));
+  EXPECT_FALSE(tester.RSCheck(331, 5, true));
   EXPECT_TRUE(std::isnan(window->rsLine[engine::StockView::kRsValues - 30]));
 }
 

@@ -8,11 +8,11 @@
 
 namespace halvard::engine {
 
-BackTester::BackTester(StockView& view, settings::Config& config, platform::TextSink& log,
-                       platform::TextSink& results)
-    : v_(view), config_(config), log_(log), results_(&results) {}
+BackTester::BackTester(StockView& view, platform::TextSink& log, platform::TextSink& results)
+    : v_(view), log_(log), results_(&results) {}
 
 void BackTester::AppendLog(std::string_view text) {
+  if (!logKept_) return;
   log_.Append(text);
   log_.Append("\r\n");
 }
@@ -21,7 +21,7 @@ std::string BackTester::Date(int day) const {
   return platform::FormatShortDate(v_.barDate[day]);
 }
 
-int BackTester::Backtest(const BacktestOptions& options) {
+int BackTester::Backtest(const TradingSettings& settings, const BacktestOptions& options) {
   totalProfit = 0;
   tradeCount = 0;
   sharesHeld = 0;
@@ -34,51 +34,54 @@ int BackTester::Backtest(const BacktestOptions& options) {
   lastStopLoss = 0;
   exitCount = 0;
   fills.clear();
+  unusualVolumeSearched = false;
 
   const auto& [partOfListRun, signalMode, tryCorvanes, tryBoxes, rsEnabled] = options;
-  if (!partOfListRun) AppendLog(config_.buyMode == 1 ? "Buy Mode = BoxTops" : "Buy Mode = Bounce");
-  AppendLog("Backtesting - " + v_.stockSymbol);
+  if (!partOfListRun) {
+    AppendLog(settings.buyMode == 1 ? "Buy Mode = BoxTops" : "Buy Mode = Bounce");
+  }
+  Log([&] { return "Backtesting - " + v_.stockSymbol; });
   int code = 0;
-  if (tryCorvanes && TryCorvanes(signalMode, rsEnabled)) {
+  if (tryCorvanes && TryCorvanes(settings, signalMode, rsEnabled)) {
     code = 2;
   } else if (tryBoxes) {
-    TryBoxes(signalMode, rsEnabled);
-    code = config_.useUnusualVolume ? 1 : 3;
+    TryBoxes(settings, signalMode, rsEnabled);
+    code = settings.useUnusualVolume ? 1 : 3;
   }
   resultCode = code;
   if (partOfListRun && !signalMode) WriteResultRow(code);
   return code;
 }
 
-bool BackTester::TryCorvanes(bool signalMode, bool rsEnabled) {
+bool BackTester::TryCorvanes(const TradingSettings& settings, bool signalMode, bool rsEnabled) {
   AppendLog("Trying with Corvanes");
   AppendLog("----------------------");
   if (v_.corvaneCount == 0) {
     AppendLog("Corvane not found");
     return false;
   }
-  RunTrade(0, 2, signalMode, rsEnabled);
+  RunTrade(settings, 0, 2, signalMode, rsEnabled);
   totalProfit += amountReturned - amountInvested;
   return true;
 }
 
-void BackTester::TryBoxes(bool signalMode, bool rsEnabled) {
+void BackTester::TryBoxes(const TradingSettings& settings, bool signalMode, bool rsEnabled) {
   AppendLog("Trying with Unusual Volume");
   AppendLog("--------------------------");
   int day = v_.viewDays - 1;
   for (;;) {
-    if (config_.useUnusualVolume) {
+    if (settings.useUnusualVolume) {
       AppendLog("Checking for Unusual Volume");
-      const int found = FindUnusualVolume(day);
+      const int found = FindUnusualVolume(day, settings.unusualVolumePercentage);
       if (found == 0) {
         AppendLog("Unusual Volume Not Found");
         return;
       }
-      AppendLog("Unusual Volume Found on " + Date(found));
-      day = RunTrade(found, 1, signalMode, rsEnabled);
+      Log([&] { return "Unusual Volume Found on " + Date(found); });
+      day = RunTrade(settings, found, 1, signalMode, rsEnabled);
     } else {
       AppendLog("Checking for Pyramiding boxes");
-      day = RunTrade(day, 1, signalMode, rsEnabled);
+      day = RunTrade(settings, day, 1, signalMode, rsEnabled);
     }
     totalProfit += amountReturned - amountInvested;
     if (amountReturned > 0) ++exitCount;
@@ -86,8 +89,8 @@ void BackTester::TryBoxes(bool signalMode, bool rsEnabled) {
   }
 }
 
-int BackTester::FindUnusualVolume(int fromDay) {
-  if (config_.unusualVolumePercentage == 0) config_.unusualVolumePercentage = 0.25;
+int BackTester::FindUnusualVolume(int fromDay, double percentage) {
+  unusualVolumeSearched = true;
   if (fromDay > kUnusualVolumeDays) fromDay = kUnusualVolumeDays;
   double total = v_.averageVolume * 23 * 6;
   double count = 138;
@@ -96,7 +99,7 @@ int BackTester::FindUnusualVolume(int fromDay) {
   for (int i = fromDay - 1; i >= 4; --i) {
     total += static_cast<double>(volume[i]);
     count += 1;
-    const double threshold = (total / count) * (1 + config_.unusualVolumePercentage);
+    const double threshold = (total / count) * (1 + percentage);
     if (!(volume[i - 1] > threshold && volume[i - 2] > threshold && volume[i - 3] > threshold)) {
       continue;
     }
@@ -116,9 +119,9 @@ int BackTester::FindUnusualVolume(int fromDay) {
   return 0;
 }
 
-bool BackTester::RSCheck(int day, bool enabled) const {
+bool BackTester::RSCheck(int day, int days, bool enabled) const {
   if (!enabled || !v_.rsAvailable) return true;
-  const int n = config_.rsDayCurr;
+  const int n = days;
   // The line holds 366 days: a comparison reaching beyond it fails rather than reading past it.
   if (day < 0 || day + n >= StockView::kRsValues || day + n < 0) return false;
   return v_.rsLine[day] - v_.rsLine[day + n] > 0 && day + n < v_.barCount;

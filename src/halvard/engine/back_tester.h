@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "halvard/engine/stock_view.h"
+#include "halvard/engine/trading_settings.h"
 #include "halvard/platform/text_sink.h"
-#include "halvard/settings/config.h"
 
 namespace halvard::engine {
 
@@ -34,10 +34,9 @@ struct Fill {
 
 class BackTester {
  public:
-  // Reads the series (and the RS line it holds) of view and the trading settings of config; the
-  // log and the result rows go to the two sinks.
-  BackTester(StockView& view, settings::Config& config, platform::TextSink& log,
-             platform::TextSink& results);
+  // Reads the series (and the RS line it holds) of view; the log and the result rows go to the
+  // two sinks.
+  BackTester(StockView& view, platform::TextSink& log, platform::TextSink& results);
   // It holds references into its owner: neither copied nor moved.
   BackTester(const BackTester&) = delete;
   BackTester& operator=(const BackTester&) = delete;
@@ -46,31 +45,38 @@ class BackTester {
   void SetResults(platform::TextSink& results) { results_ = &results; }
   platform::TextSink& results() const { return *results_; }
 
+  // A run whose log nobody reads says so: the engine then neither formats nor keeps it.
+  void KeepLog(bool keep) { logKept_ = keep; }
+  bool keepsLog() const { return logKept_; }
+
   // One backtest of the loaded symbol. Returns the result code: 2 when a corvane trade ran, else
   // 1 (with unusual volume) or 3 (without) when boxes were tried, 0 when nothing was tried. Only
   // a list run in simulation writes a result row.
-  int Backtest(const BacktestOptions& options);
+  int Backtest(const TradingSettings& settings, const BacktestOptions& options);
 
-  bool TryCorvanes(bool signalMode, bool rsEnabled);
-  void TryBoxes(bool signalMode, bool rsEnabled);
+  bool TryCorvanes(const TradingSettings& settings, bool signalMode, bool rsEnabled);
+  void TryBoxes(const TradingSettings& settings, bool signalMode, bool rsEnabled);
 
   // The newest day before fromDay (searching back at most kUnusualVolumeDays days) on which
-  // volume was unusual for three days running while the price rose; 0 when there is none.
-  int FindUnusualVolume(int fromDay);
+  // volume was unusual (percentage above the average) for three days running while the price
+  // rose; 0 when there is none.
+  int FindUnusualVolume(int fromDay, double percentage);
   static constexpr int kUnusualVolumeDays = 138;  // the newest six months
 
   // The newest days the finders and a backtest of the view read: the view and the unusual-volume
   // search's six months. (A backtest of a shorter history reads bars past barCount.)
   static int DaysRead(const StockView& view);
 
-  // Whether the RS line rose over the rsDayCurr days ending on day (true when disabled or when
-  // there is no index).
-  bool RSCheck(int day, bool enabled) const;
+  // Whether the RS line rose over the days ending on day (true when disabled or when there is
+  // no index).
+  bool RSCheck(int day, int days, bool enabled) const;
 
   // One trade from startDay (mode 2: from the first box after the first corvane; otherwise from
   // the first pyramiding pair of boxes). Returns the day it stopped on, 0 at the newest day.
-  int RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled);
+  int RunTrade(const TradingSettings& settings, int startDay, int mode, bool signalMode,
+               bool rsEnabled);
 
+  // A line of the log, when it is kept.
   void AppendLog(std::string_view text);
   void WriteResultRow(int code);
   // The result row's status of the last backtest: "Open" (shares held), "Burnt" (a second exit
@@ -105,6 +111,9 @@ class BackTester {
   double lastStopLoss = 0;
   int exitCount = 0;
   std::vector<Fill> fills;  // the buys and sales, in the log's order
+  // Whether an unusual-volume search ran: the caller then keeps the percentage it searched with
+  // in the settings (KeepSearchPercentage).
+  bool unusualVolumeSearched = false;
 
   // Set by a successful unusual-volume search and never cleared.
   bool unusualVolumeFound = false;
@@ -120,13 +129,18 @@ class BackTester {
  private:
   // Where a trade starts: the box it trades, or -1 when there is none.
   int FirstCorvaneBox();
-  int FirstPyramidingBox(int startDay);
+  int FirstPyramidingBox(int startDay, double stopLossLimit);
   std::string Date(int day) const;
+  // A line whose text costs formatting: text() runs only when the log is kept.
+  template <class Text>
+  void Log(const Text& text) {
+    if (logKept_) AppendLog(text());
+  }
 
   StockView& v_;
-  settings::Config& config_;
   platform::TextSink& log_;
   platform::TextSink* results_;
+  bool logKept_ = true;
 };
 
 }  // namespace halvard::engine

@@ -30,7 +30,7 @@ int BackTester::FirstCorvaneBox() {
   return -1;
 }
 
-int BackTester::FirstPyramidingBox(int startDay) {
+int BackTester::FirstPyramidingBox(int startDay, double stopLossLimit) {
   // From the first box still active on the start day, the first pair whose newer bottom is no
   // more than the stop-loss distance below the older one.
   int k = 0;
@@ -39,21 +39,24 @@ int BackTester::FirstPyramidingBox(int startDay) {
     const int m = k + 1;
     const double older = v_.barLow[v_.boxBottomDay[k]];
     const double newer = v_.barLow[v_.boxBottomDay[m]];
-    if ((newer - older) + config_.stopLossLimit > 0 && v_.boxBrokeUp[k] != kPassedOver &&
+    if ((newer - older) + stopLossLimit > 0 && v_.boxBrokeUp[k] != kPassedOver &&
         v_.boxBrokeUp[m] != kPassedOver) {
-      AppendLog("Pyramiding boxes found on " + Date(v_.boxTopDay[k]) + " - " +
-                Date(v_.boxTopDay[m]) + "," + FormatGeneral(older));
+      Log([&] {
+        return "Pyramiding boxes found on " + Date(v_.boxTopDay[k]) + " - " +
+               Date(v_.boxTopDay[m]) + "," + FormatGeneral(older);
+      });
       return m;
     }
   }
   return -1;
 }
 
-int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled) {
+int BackTester::RunTrade(const TradingSettings& settings, int startDay, int mode, bool signalMode,
+                         bool rsEnabled) {
   amountInvested = 0;
   amountReturned = 0;
-  const bool boxTops = config_.buyMode == 1;
-  const bool bounce = config_.buyMode == 2;
+  const bool boxTops = settings.buyMode == 1;
+  const bool bounce = settings.buyMode == 2;
   const auto& high = v_.barHigh;
   const auto& low = v_.barLow;
 
@@ -61,12 +64,14 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
   if (mode == 2) {
     box = FirstCorvaneBox();
     if (box >= 0) {
-      AppendLog("First box found on " + Date(v_.boxTopDay[box]) + " - " +
-                FormatGeneral(high[v_.boxTopDay[box]]) + "," +
-                FormatGeneral(low[v_.boxBottomDay[box]]));
+      Log([&] {
+        return "First box found on " + Date(v_.boxTopDay[box]) + " - " +
+               FormatGeneral(high[v_.boxTopDay[box]]) + "," +
+               FormatGeneral(low[v_.boxBottomDay[box]]);
+      });
     }
   } else {
-    box = FirstPyramidingBox(startDay);
+    box = FirstPyramidingBox(startDay, settings.stopLossLimit);
   }
   if (box < 0) {
     AppendLog("Sufficient boxes not found. Not taking any action.");
@@ -75,7 +80,7 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
 
   int capital = kCapital;
   double stopBuy = high[v_.boxTopDay[box]] + kStopBuyMargin;
-  double stopLoss = std::max(0.0, low[v_.boxBottomDay[box]] - config_.stopLossLimit);
+  double stopLoss = std::max(0.0, low[v_.boxBottomDay[box]] - settings.stopLossLimit);
   const auto leave = [&](int day) {
     lastStopBuy = stopBuy;
     lastStopLoss = stopLoss;
@@ -83,13 +88,13 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
   };
 
   const int firstDay = v_.boxBottomDay[box] - 1;
-  if (RSCheck(firstDay, rsEnabled)) {
+  if (RSCheck(firstDay, settings.rsDays, rsEnabled)) {
     buyArmed = true;
     buyArmedDate = v_.barDate[firstDay];
   }
-  if (boxTops) AppendLog("Buy signal set at - " + FormatGeneral(stopBuy));
-  if (signalMode) AppendLog("Found a buy position, turning on buy on " + Date(firstDay));
-  AppendLog("Sell signal set at - " + FormatGeneral(stopLoss));
+  if (boxTops) Log([&] { return "Buy signal set at - " + FormatGeneral(stopBuy); });
+  if (signalMode) Log([&] { return "Found a buy position, turning on buy on " + Date(firstDay); });
+  Log([&] { return "Sell signal set at - " + FormatGeneral(stopLoss); });
 
   bool armed = true;  // a fresh box allows one more buy
   bool sold = false;
@@ -107,8 +112,10 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
                     "10^15 shares)");
       }
       const auto shares = static_cast<int64_t>(std::trunc(kBuyAmount / price));
-      AppendLog("Bought " + std::to_string(shares) + " at " + FormatGeneral(price) + " on " +
-                Date(i));
+      Log([&] {
+        return "Bought " + std::to_string(shares) + " at " + FormatGeneral(price) + " on " +
+               Date(i);
+      });
       fills.push_back({v_.barDate[i], true, shares, price});
       sharesHeld += shares;
       capital -= kBuyAmount;
@@ -125,35 +132,35 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
     if (bounce && capital >= 1 && low[i] >= low[i + 1] && low[i + 2] >= low[i + 1] &&
         low[i + 3] >= low[i + 1]) {
       if (signalMode) {
-        AppendLog("Price above stopbuy, turning off buy on " + Date(i));
+        Log([&] { return "Price above stopbuy, turning off buy on " + Date(i); });
         buyArmed = false;
         return leave(i);
       }
-      AppendLog("Found a bounce on " + Date(i));
+      Log([&] { return "Found a bounce on " + Date(i); });
       buy(v_.barClose[i]);
     }
 
     if (boxTops && signalMode) {
       if (!(high[i] > stopBuy) && low[i] < stopLoss) {
-        AppendLog("Price below stoploss turning off buy on " + Date(i));
+        Log([&] { return "Price below stoploss turning off buy on " + Date(i); });
         stopLossHit = true;
         return leave(i);
       }
       if (high[i] > stopBuy) {
-        if (RSCheck(i, rsEnabled)) {
-          AppendLog("Price above stopbuy, turning off buy on " + Date(i));
+        if (RSCheck(i, settings.rsDays, rsEnabled)) {
+          Log([&] { return "Price above stopbuy, turning off buy on " + Date(i); });
           return leave(i);
         }
-        AppendLog("Skipped buy signal on " + Date(i) + " because RS condition not met");
+        Log([&] { return "Skipped buy signal on " + Date(i) + " because RS condition not met"; });
       }
     }
 
     if (boxTops && !signalMode) {
       if (high[i] > stopBuy && capital >= 1 && armed) {
-        if (RSCheck(i, rsEnabled)) {
+        if (RSCheck(i, settings.rsDays, rsEnabled)) {
           buy(stopBuy);
         } else {
-          AppendLog("Skipped buy signal on " + Date(i) + " because RS condition not met");
+          Log([&] { return "Skipped buy signal on " + Date(i) + " because RS condition not met"; });
         }
       }
       if (!bought && sharesHeld > 0) {
@@ -161,8 +168,10 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
                              : low[i] < stopLoss      ? stopLoss
                                                       : -1;
         if (price >= 0) {
-          AppendLog("Sold " + std::to_string(sharesHeld) + " at " + FormatGeneral(price) + " on " +
-                    Date(i));
+          Log([&] {
+            return "Sold " + std::to_string(sharesHeld) + " at " + FormatGeneral(price) + " on " +
+                   Date(i);
+          });
           fills.push_back({v_.barDate[i], false, sharesHeld, price});
           amountReturned += sharesHeld * price;
           sharesHeld = 0;
@@ -177,21 +186,23 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
     if (next < v_.boxCount && v_.boxTopDay[next] == i && v_.boxBrokeUp[next] != kPassedOver) {
       const double top = high[v_.boxTopDay[next]];
       const double bottom = low[v_.boxBottomDay[next]];
-      AppendLog("New box found on " + Date(i) + " - " + FormatGeneral(top) + "," +
-                FormatGeneral(bottom));
+      Log([&] {
+        return "New box found on " + Date(i) + " - " + FormatGeneral(top) + "," +
+               FormatGeneral(bottom);
+      });
       armed = true;
       if (capital >= 1) {
         stopBuy = top + kStopBuyMargin;
-        if (boxTops) AppendLog("Buy signal set at - " + FormatGeneral(stopBuy));
+        if (boxTops) Log([&] { return "Buy signal set at - " + FormatGeneral(stopBuy); });
         if (signalMode) {
           buyArmed = true;
           buyArmedDate = v_.barDate[i];
-          AppendLog("Found a buy position, turning on buy on " + Date(i));
+          Log([&] { return "Found a buy position, turning on buy on " + Date(i); });
         }
       }
-      if (bottom - config_.stopLossLimit > stopLoss) {
-        stopLoss = bottom - config_.stopLossLimit;
-        AppendLog("Sell signal set at - " + FormatGeneral(stopLoss));
+      if (bottom - settings.stopLossLimit > stopLoss) {
+        stopLoss = bottom - settings.stopLossLimit;
+        Log([&] { return "Sell signal set at - " + FormatGeneral(stopLoss); });
       }
       box = next;
       // A following box whose top is already behind us can no longer start.
@@ -201,9 +212,11 @@ int BackTester::RunTrade(int startDay, int mode, bool signalMode, bool rsEnabled
 
   if (!sold) {
     amountReturned = sharesHeld * v_.barClose[0];
-    AppendLog("Holding shares worth " + platform::FormatMoney(amountReturned) + "$");
+    Log([&] { return "Holding shares worth " + platform::FormatMoney(amountReturned) + "$"; });
   }
-  AppendLog("Profit/Loss = " + platform::FormatMoney(amountReturned - amountInvested) + "$");
+  Log([&] {
+    return "Profit/Loss = " + platform::FormatMoney(amountReturned - amountInvested) + "$";
+  });
   return leave(sold ? day : 0);
 }
 

@@ -94,7 +94,8 @@ ScanSymbols UnusualVolumeScan(Session& s, platform::Progress& progress, int maxA
     for (;;) {
       if (p == static_cast<uint16_t>(dayCount)) break;
       if (p == kUnset) p = 0;
-      const int r = tester.FindUnusualVolume(dayCount - p);
+      engine::KeepSearchPercentage(s.config);  // the search below uses 0.25 for a setting of 0
+      const int r = tester.FindUnusualVolume(dayCount - p, s.config.unusualVolumePercentage);
       p = static_cast<uint16_t>(dayCount - r);
       if (p <= dayCount - maxAge) continue;
       if (!found && tester.unusualVolumeFound) found = true;

@@ -6,13 +6,14 @@
 #include "halvard/data/symbol_name.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
+#include "halvard/runs/stock_walk.h"
 
 namespace halvard::runs {
 
 Session::Session(settings::MRegistry store)
     : store_(std::move(store)),
       view_(std::make_unique<engine::StockView>()),
-      tester_(*view_, config, log_, results_) {}
+      tester_(*view_, log_, results_) {}
 
 bool Session::StartUp() {
   config.showRS = true;
@@ -23,10 +24,11 @@ bool Session::StartUp() {
 }
 
 int Session::BacktestShown(bool signalMode) {
-  return tester_.Backtest({.signalMode = signalMode,
-                           .tryCorvanes = true,
-                           .tryBoxes = true,
-                           .rsEnabled = config.rsCheckEnabled});
+  return BacktestOnSession(*this, engine::TradingSettingsOf(config),
+                           {.signalMode = signalMode,
+                            .tryCorvanes = true,
+                            .tryBoxes = true,
+                            .rsEnabled = config.rsCheckEnabled});
 }
 
 std::string Session::StockPath(const std::string& symbol) const {

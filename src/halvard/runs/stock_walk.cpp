@@ -14,23 +14,22 @@
 namespace halvard::runs {
 namespace {
 
-// One thread's own view (holding the session's RS line and view length), settings and engine
-// with its own log and result panes.
+// One thread's own view (holding the session's RS line and view length) and engine with its own
+// log and result panes.
 struct Worker {
-  // settings is a copy taken before the threads start (the session's may change as stocks are
-  // taken up); of the session's view only what no stock changes is read.
-  Worker(const settings::Config& settings, const engine::StockView& shown)
-      : config(settings), tester(*view, config, log, results) {
+  // Of the session's view only what no stock changes is read; the engine keeps its log when the
+  // session's does.
+  Worker(const engine::StockView& shown, bool keepLog) {
     view->rsLine = shown.rsLine;
     view->rsAvailable = shown.rsAvailable;
     view->viewDays = shown.viewDays;
+    tester.KeepLog(keepLog);
   }
 
   std::unique_ptr<engine::StockView> view = std::make_unique<engine::StockView>();
-  settings::Config config;
   platform::StringSink log;
   platform::StringSink results;
-  engine::BackTester tester;
+  engine::BackTester tester{*view, log, results};
 };
 
 // The boxes and corvanes of a stock as ComputeBoxes found them: every entry a run, the engine or
@@ -102,7 +101,15 @@ struct Outcome {
   std::string log;
   std::string results;
   bool unusualVolumeFound = false;
-  double unusualVolumePercentage = 0;
+  bool unusualVolumeSearched = false;
+};
+
+// What the walk's stocks share, fixed before the first: the folder's names, whether boxes are
+// drawn (the settings may change as stocks are taken up) and the backtest's settings.
+struct WalkSetup {
+  platform::FolderNames names;
+  bool drawBoxes;
+  engine::TradingSettings trading;
 };
 
 bool Load(const StockWalk& walk, engine::StockView& v, const std::string& path,
@@ -112,42 +119,41 @@ bool Load(const StockWalk& walk, engine::StockView& v, const std::string& path,
 }
 
 // Stock i as one thread does it, on the session's own view and engine.
-void WalkOne(Session& s, const StockWalk& walk, const platform::FolderNames& names, int i) {
+void WalkOne(Session& s, const StockWalk& walk, const WalkSetup& setup, int i) {
   engine::StockView& v = s.view();
-  if (!Load(walk, v, s.StockPath(s.symbols[static_cast<size_t>(i)]), names)) {
+  if (!Load(walk, v, s.StockPath(s.symbols[static_cast<size_t>(i)]), setup.names)) {
     walk.missing();
     return;
   }
-  engine::ComputeBoxes(v, s.config.enableGraphUpdate);
-  if (walk.backtest) s.tester().Backtest(*walk.backtest);
+  engine::ComputeBoxes(v, setup.drawBoxes);
+  if (walk.backtest) BacktestOnSession(s, setup.trading, *walk.backtest);
   walk.loaded();
 }
 
 // Fills o (which holds what an earlier stock left) with what this thread makes of stock i.
-void Compute(const Session& s, const StockWalk& walk, const platform::FolderNames& names,
-             double percentage, Worker& w, int i, Outcome& o) {
+void Compute(const Session& s, const StockWalk& walk, const WalkSetup& setup, Worker& w, int i,
+             Outcome& o) {
   o.path = s.StockPath(s.symbols[static_cast<size_t>(i)]);
   engine::StockView& v = *w.view;
-  o.found = Load(walk, v, o.path, names);
+  o.found = Load(walk, v, o.path, setup.names);
   if (!o.found) return;
   o.series.Keep(v, engine::BackTester::DaysRead(v));
-  engine::ComputeBoxes(v, w.config.enableGraphUpdate);
+  engine::ComputeBoxes(v, setup.drawBoxes);
   o.boxes.Keep(v);
   if (!walk.backtest) return;
-  w.config.unusualVolumePercentage = percentage;  // as the run started: the engine may set it
   w.tester.unusualVolumeFound = false;
   w.log.Clear();
   w.results.Clear();
-  w.tester.Backtest(*walk.backtest);
+  w.tester.Backtest(setup.trading, *walk.backtest);
   o.state = w.tester.runState();
   o.log = w.log.text();
   o.results = w.results.text();
   o.unusualVolumeFound = w.tester.unusualVolumeFound;
-  o.unusualVolumePercentage = w.config.unusualVolumePercentage;
+  o.unusualVolumeSearched = w.tester.unusualVolumeSearched;
 }
 
 // Hands a stock a thread did over to the session, as if the session had done it.
-void Take(Session& s, const StockWalk& walk, Outcome& o) {
+void Take(Session& s, const StockWalk& walk, const WalkSetup& setup, Outcome& o) {
   engine::StockView& v = s.view();
   if (!o.found) {
     v.stockFilePath = o.path;
@@ -161,15 +167,15 @@ void Take(Session& s, const StockWalk& walk, Outcome& o) {
   // The finders and the engine read the bars past a short history: those the thread's view held
   // are the session's, or the stock is done again here.
   bool same = o.series.SameBeyondLoaded(v);
-  if (same && s.config.enableGraphUpdate) {
+  if (same && setup.drawBoxes) {
     o.boxes.PutDrawn(v);
   } else {
     // Not drawn, the open box keeps the breakout mark an earlier stock left: compared too.
-    engine::ComputeBoxes(v, s.config.enableGraphUpdate);
+    engine::ComputeBoxes(v, setup.drawBoxes);
     same = same && o.boxes.SameBoxes(FoundBoxes(v));
   }
   if (!walk.backtest || !same) {
-    if (walk.backtest) tester.Backtest(*walk.backtest);
+    if (walk.backtest) BacktestOnSession(s, setup.trading, *walk.backtest);
     walk.loaded();
     return;
   }
@@ -178,9 +184,8 @@ void Take(Session& s, const StockWalk& walk, Outcome& o) {
   tester.SetRunState(o.state);
   if (walk.backtest->partOfListRun && !walk.backtest->signalMode) tester.AddToTotals();
   if (o.unusualVolumeFound) tester.unusualVolumeFound = true;
-  if (s.config.unusualVolumePercentage == 0) {
-    s.config.unusualVolumePercentage = o.unusualVolumePercentage;
-  }
+  tester.unusualVolumeSearched = o.unusualVolumeSearched;
+  if (o.unusualVolumeSearched) engine::KeepSearchPercentage(s.config);
   walk.loaded();
 }
 
@@ -190,26 +195,42 @@ int ListJobs(const settings::Config& config) {
   return config.jobs >= 1 ? config.jobs : platform::MachineCores();
 }
 
+int BacktestOnSession(Session& s, const engine::TradingSettings& trading,
+                      const engine::BacktestOptions& options) {
+  engine::BackTester& tester = s.tester();
+  try {
+    tester.Backtest(trading, options);
+  } catch (...) {
+    if (tester.unusualVolumeSearched) engine::KeepSearchPercentage(s.config);
+    throw;
+  }
+  if (tester.unusualVolumeSearched) engine::KeepSearchPercentage(s.config);
+  return tester.resultCode;
+}
+
 bool WalkStocks(Session& s, const StockWalk& walk) {
   const int n = static_cast<int>(s.symbols.size());
   const int jobs = std::min(walk.jobs > 0 ? walk.jobs : ListJobs(s.config), n);
-  // Listed once for the whole walk, on the first symbol missing under its own spelling.
-  const platform::FolderNames names(s.config.StockFilePath);
+  // The folder is listed once for the whole walk, on the first symbol missing under its own
+  // spelling.
+  const WalkSetup setup{
+      .names = platform::FolderNames(s.config.StockFilePath),
+      .drawBoxes = s.config.enableGraphUpdate,
+      .trading = walk.trading ? *walk.trading : engine::TradingSettingsOf(s.config)};
   if (jobs <= 1) {
     for (int i = 0; i < n; ++i) {
       if (!walk.before(i)) return false;
-      WalkOne(s, walk, names, i);
+      WalkOne(s, walk, setup, i);
     }
     return true;
   }
-  const settings::Config settings = s.config;
-  const double percentage = settings.unusualVolumePercentage;
+  const bool keepLog = s.tester().keepsLog();
   return platform::TakeInOrder<Outcome>(
-      n, jobs, [&] { return std::make_unique<Worker>(settings, s.view()); },
-      [&](Worker& w, int i, Outcome& o) { Compute(s, walk, names, percentage, w, i, o); },
+      n, jobs, [&] { return std::make_unique<Worker>(s.view(), keepLog); },
+      [&](Worker& w, int i, Outcome& o) { Compute(s, walk, setup, w, i, o); },
       [&](int i, Outcome* o) {
         if (!walk.before(i)) return false;
-        o != nullptr ? Take(s, walk, *o) : WalkOne(s, walk, names, i);
+        o != nullptr ? Take(s, walk, setup, *o) : WalkOne(s, walk, setup, i);
         return true;
       });
 }

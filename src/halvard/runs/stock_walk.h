@@ -28,6 +28,8 @@ struct StockWalk {
   // and, when backtest is set, the session's engine has run that backtest on it.
   std::function<void()> loaded;
   std::optional<engine::BacktestOptions> backtest;
+  // The settings the backtest trades with; those of the session's settings when not given.
+  std::optional<engine::TradingSettings> trading = std::nullopt;
   // Loads go through it when given: a sweep reads each file once.
   data::PriceCache* cache = nullptr;
   // Threads for this walk; 0: ListJobs of the session's settings.
@@ -36,6 +38,12 @@ struct StockWalk {
 
 // Returns false when before stopped the walk.
 bool WalkStocks(Session& s, const StockWalk& walk);
+
+// The session's engine backtests the stock in the session's view. Once it has searched for
+// unusual volume the settings keep the percentage it searched with (KeepSearchPercentage), also
+// when the backtest stops on an error.
+int BacktestOnSession(Session& s, const engine::TradingSettings& trading,
+                      const engine::BacktestOptions& options);
 
 // The threads a run over a list uses: the [Batch] Jobs setting, every core when it is 0 or less.
 int ListJobs(const settings::Config& config);

@@ -61,30 +61,35 @@ std::string LevelsText(const Combination& c) {
          "$ below box bottom and RS comparison at " + std::to_string(c.rsDays) + " days";
 }
 
-// Backtests windows of the symbol in the session's view with every combination, on a copy of
-// the settings, a view of the window and an engine of its own.
+// Backtests windows of the symbol in the session's view with every combination, each on trading
+// settings of its own, on a view of the window and an engine of its own (logging into the
+// session's log when that is kept). The session's settings are only read.
 class WindowTester {
  public:
   WindowTester(Session& session, const RunSwitches& switches)
-      : config_(session.config),
+      : trading_(engine::TradingSettingsOf(session.config)),
+        drawBoxes_(session.config.enableGraphUpdate),
         window_(std::make_unique<engine::StockView>()),
-        tester_(*window_, config_, session.log(), rows_),
-        options_(switches.ForListRun(false)) {}
+        tester_(*window_, session.log(), rows_),
+        options_(switches.ForListRun(false)) {
+    tester_.KeepLog(session.tester().keepsLog());
+  }
 
   void Backtest(const engine::StockView& full, DaySpan span,
                 const std::vector<Combination>& combinations, Tallies& into) {
     CutToSpan(full, span, *window_);
-    engine::ComputeBoxes(*window_, config_.enableGraphUpdate);
+    engine::ComputeBoxes(*window_, drawBoxes_);
     for (size_t c = 0; c < combinations.size(); ++c) {
-      config_.stopLossLimit = combinations[c].stopLoss;
-      config_.rsDayCurr = static_cast<int16_t>(combinations[c].rsDays);
-      tester_.Backtest(options_);
+      trading_.stopLossLimit = combinations[c].stopLoss;
+      trading_.rsDays = combinations[c].rsDays;
+      tester_.Backtest(trading_, options_);
       into[c].Add(tester_.totalProfit);
     }
   }
 
  private:
-  settings::Config config_;
+  engine::TradingSettings trading_;
+  bool drawBoxes_;
   std::unique_ptr<engine::StockView> window_;
   platform::StringSink rows_;  // the engine's result rows, which the report does not show
   engine::BackTester tester_;
