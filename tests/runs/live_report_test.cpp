@@ -34,8 +34,10 @@ TEST_F(LiveReportTest, MissingFilesGiveErrorRowsAndAnEmptyListOnlyTheHeader) {
 
   LiveReport empty(s, quiet, 0);
   List({});
+  ParseStopLossLevels("1,2,1", empty.levels);
   empty.Run(corvaneAndBoxes);
   EXPECT_EQ(std::count(empty.text().begin(), empty.text().end(), '\n'), 3);
+  EXPECT_EQ(s.config.stopLossLimit, 2);  // no pass ran, and still the last level stays
 }
 
 }  // namespace

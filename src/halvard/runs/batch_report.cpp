@@ -36,10 +36,14 @@ BatchSweep& BatchReport::NewSweep(std::string varies) {
 }
 
 void BatchReport::BatchCore(const RunSwitches& switches) {
+  BatchCore(switches, engine::TradingSettingsOf(s_.config));
+}
+
+void BatchReport::BatchCore(const RunSwitches& switches, const engine::TradingSettings& pass) {
   if (result_.sweeps.empty()) NewSweep("none");  // a batch run alone
   BatchStep& step = result_.sweeps.back().steps.emplace_back();
-  step.stopLoss = s_.config.stopLossLimit;
-  step.rsDays = s_.config.rsDayCurr;
+  step.stopLoss = pass.stopLossLimit;
+  step.rsDays = pass.rsDays;
   step.rsCheck = switches.positiveRS;
   step.unusualVolume = s_.config.useUnusualVolume;
   Line(" Symbol \t Catalyst \t\t Trades \t Profit/Loss \t Status ");
@@ -56,7 +60,7 @@ void BatchReport::BatchCore(const RunSwitches& switches) {
   const auto missing = [&] {
     step.rows.push_back({v.stockSymbol, {}, {}, {}, "Error opening stock file"});
   };
-  if (!ForEachStock(tested, missing, switches.ForListRun(false))) return;
+  if (!ForEachStock(tested, missing, switches.ForListRun(false), pass)) return;
   step.profitMakingStocks = tester.winCount;
   step.lossMakingStocks = tester.lossCount;
   step.totalTrades = tester.allTrades;
@@ -67,8 +71,8 @@ void BatchReport::BatchCore(const RunSwitches& switches) {
   const settings::Config& c = s_.config;
   Line("");
   Line(kDashRule);
-  Line("Stop loss is " + FormatFixed(c.stopLossLimit, 3) + "$ below bottom");
-  Line("RS Day Comparison is for " + FormatFixed(c.rsDayCurr, 0) + " before today");
+  Line("Stop loss is " + FormatFixed(pass.stopLossLimit, 3) + "$ below bottom");
+  Line("RS Day Comparison is for " + FormatFixed(pass.rsDays, 0) + " before today");
   Line(switches.positiveRS ? "RS Check is Enabled" : "RS Check is Disabled");
   Line(c.useUnusualVolume ? "Unusual Volume Check is Enabled "
                           : "Unusual Volume Check is Disabled ");
@@ -85,10 +89,11 @@ void BatchReport::BatchCore(const RunSwitches& switches) {
   Line(kEqualsRule);
 }
 
-std::optional<double> BatchReport::Step(int k, int n, const RunSwitches& switches) {
+std::optional<double> BatchReport::Step(int k, int n, const RunSwitches& switches,
+                                        const engine::TradingSettings& pass) {
   if (progress_.Cancelled()) return {};
   Line("Step " + std::to_string(k) + " of " + std::to_string(n));
-  BatchCore(switches);
+  BatchCore(switches, pass);
   if (progress_.Cancelled()) return {};
   Line(kStarRule);
   return s_.tester().winTotal + s_.tester().lossTotal;
@@ -108,11 +113,13 @@ void BatchReport::GoCommand(const RunSwitches& switches) {
   MostProfitableSoFar most;
   double bestStopLoss = 0;
   int bestDays = 0;
+  engine::TradingSettings pass = engine::TradingSettingsOf(s_.config);
+  const LevelsLeftBehind left(s_.config, pass);
   for (const double stopLoss : stopLosses) {
-    s_.config.stopLossLimit = stopLoss;
+    pass.stopLossLimit = stopLoss;
     for (const int days : rsDays) {
-      s_.config.rsDayCurr = static_cast<int16_t>(days);
-      const auto total = Step(++k, n, switches);
+      pass.rsDays = days;
+      const auto total = Step(++k, n, switches, pass);
       if (!total) return;
       if (most.Offer(*total)) {
         bestStopLoss = stopLoss;
@@ -139,9 +146,12 @@ void BatchReport::RunBatch(const RunSwitches& switches) {
   MostProfitableSoFar most;
   double bestStopLoss = 0;
   int k = 0;
+  // The RS days pass with the last stop loss of the first sweep.
+  engine::TradingSettings pass = engine::TradingSettingsOf(s_.config);
+  const LevelsLeftBehind left(s_.config, pass);
   for (const double stopLoss : stopLosses) {
-    s_.config.stopLossLimit = stopLoss;
-    const auto total = Step(++k, static_cast<int>(stopLosses.size()), switches);
+    pass.stopLossLimit = stopLoss;
+    const auto total = Step(++k, static_cast<int>(stopLosses.size()), switches, pass);
     if (!total) return;
     if (most.Offer(*total)) bestStopLoss = stopLoss;
   }
@@ -160,8 +170,8 @@ void BatchReport::RunBatch(const RunSwitches& switches) {
   int bestDays = 0;
   k = 0;
   for (const int days : rsDays) {
-    s_.config.rsDayCurr = static_cast<int16_t>(days);
-    const auto total = Step(++k, static_cast<int>(rsDays.size()), switches);
+    pass.rsDays = days;
+    const auto total = Step(++k, static_cast<int>(rsDays.size()), switches, pass);
     if (!total) return;
     if (most.Offer(*total)) bestDays = days;
   }

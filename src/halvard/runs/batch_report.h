@@ -70,8 +70,10 @@ class BatchReport : public ListReport {
  public:
   BatchReport(Session& session, platform::Progress& progress) : ListReport(session, progress) {}
 
-  // One batch over the list: the table and its summary.
+  // One batch over the list with the settings' levels: the table and its summary.
   void BatchCore(const RunSwitches& switches);
+  // The same at the levels of pass.
+  void BatchCore(const RunSwitches& switches, const engine::TradingSettings& pass);
   // Both ranges nested, with the best combination at the end.
   void GoCommand(const RunSwitches& switches);
   // The stop-loss range, then separately the RS-days range (with the stop loss the first half
@@ -85,8 +87,10 @@ class BatchReport : public ListReport {
   const BatchResult& result() const { return result_; }
 
  private:
-  // Runs one batch as step k of n; returns its total profit, or nothing when cancelled.
-  std::optional<double> Step(int k, int n, const RunSwitches& switches);
+  // Runs one batch at the levels of pass as step k of n; returns its total profit, or nothing
+  // when cancelled.
+  std::optional<double> Step(int k, int n, const RunSwitches& switches,
+                             const engine::TradingSettings& pass);
 
   // Starts a sweep in the result and returns it.
   BatchSweep& NewSweep(std::string varies);

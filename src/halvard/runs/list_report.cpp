@@ -27,7 +27,8 @@ std::string ListReport::RsRange() const {
 
 bool ListReport::ForEachStock(const std::function<void()>& tested,
                               const std::function<void()>& notLoaded,
-                              const std::optional<engine::BacktestOptions>& backtest) {
+                              const std::optional<engine::BacktestOptions>& backtest,
+                              const std::optional<engine::TradingSettings>& trading) {
   const engine::StockView& v = s_.view();
   const int n = static_cast<int>(s_.symbols.size());
   // Once the files are parsed and kept, a stock's backtest costs less than handing it between
@@ -47,6 +48,7 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
                              },
                          .loaded = tested,
                          .backtest = backtest,
+                         .trading = trading,
                          .cache = &prices_,
                          .jobs = cached ? 1 : 0});
 }

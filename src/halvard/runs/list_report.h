@@ -16,6 +16,25 @@
 
 namespace halvard::runs {
 
+// What a sweep leaves in the settings: when it ends, finished, cancelled or stopped by a refused
+// file, the stop loss and RS days of the last pass it reached become the settings' own. Left on
+// purpose, not restored: the user sees them as the current levels.
+class LevelsLeftBehind {
+ public:
+  LevelsLeftBehind(settings::Config& config, const engine::TradingSettings& pass)
+      : config_(config), pass_(pass) {}
+  ~LevelsLeftBehind() {
+    config_.stopLossLimit = pass_.stopLossLimit;
+    config_.rsDayCurr = static_cast<int16_t>(pass_.rsDays);
+  }
+  LevelsLeftBehind(const LevelsLeftBehind&) = delete;
+  LevelsLeftBehind& operator=(const LevelsLeftBehind&) = delete;
+
+ private:
+  settings::Config& config_;
+  const engine::TradingSettings& pass_;
+};
+
 class ListReport {
  public:
   // The levels start as one pass with the current stop loss and RS days.
@@ -35,11 +54,12 @@ class ListReport {
   // given) the backtest run by the session's engine; a missing price file gets the row
   // "SYMBOL\tError opening stock file " (and a call of notLoaded, when given). Each stock is
   // progress step i (from 0) with the text "i+1/n", the count the windows show. Several threads
-  // load and backtest (see WalkStocks). Returns false when the run was cancelled before the end
-  // of the list.
+  // load and backtest (see WalkStocks); the backtest trades with trading. Returns false when
+  // the run was cancelled before the end of the list.
   bool ForEachStock(const std::function<void()>& tested,
                     const std::function<void()>& notLoaded = {},
-                    const std::optional<engine::BacktestOptions>& backtest = std::nullopt);
+                    const std::optional<engine::BacktestOptions>& backtest = std::nullopt,
+                    const std::optional<engine::TradingSettings>& trading = std::nullopt);
 
   Session& s_;
   platform::Progress& progress_;

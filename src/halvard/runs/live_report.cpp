@@ -16,23 +16,28 @@ void LiveReport::Run(const RunSwitches& switches) {
   Line("Live Testing " + s_.listName + " for stoploss settings starting" + StopLossRange());
   Line(" for RS settings starting" + RsRange());
   Line(std::string(kDashRule) + std::string(kDashRule));
+  engine::TradingSettings pass = engine::TradingSettingsOf(s_.config);
+  const LevelsLeftBehind left(s_.config, pass);
   for (const double stopLoss : stopLosses) {
-    s_.config.stopLossLimit = stopLoss;
+    pass.stopLossLimit = stopLoss;
     for (const int days : rsDays) {
-      // The engine reads its RS days from the settings: each level is the one of its pass.
-      s_.config.rsDayCurr = static_cast<int16_t>(days);
+      pass.rsDays = days;
       if (progress_.Cancelled()) return;
-      if (!s_.symbols.empty()) RunLive(switches);
+      if (!s_.symbols.empty()) RunLive(switches, pass);
     }
   }
 }
 
 void LiveReport::RunLive(const RunSwitches& switches) {
+  RunLive(switches, engine::TradingSettingsOf(s_.config));
+}
+
+void LiveReport::RunLive(const RunSwitches& switches, const engine::TradingSettings& trading) {
   const settings::Config& c = s_.config;
   LivePass& pass = passes_.emplace_back(LivePass{.date = today_,
                                                  .listName = s_.listName,
-                                                 .stopLossLimit = c.stopLossLimit,
-                                                 .rsDays = c.rsDayCurr,
+                                                 .stopLossLimit = trading.stopLossLimit,
+                                                 .rsDays = trading.rsDays,
                                                  .rsCheck = switches.positiveRS,
                                                  .unusualVolume = c.useUnusualVolume,
                                                  .buyMode = c.buyMode,
@@ -66,7 +71,7 @@ void LiveReport::RunLive(const RunSwitches& switches) {
         pass.rows.push_back(std::move(row));
       },
       [&] { pass.rows.push_back({.symbol = v.stockSymbol, .action = LiveRow::Action::kNoPrices}); },
-      switches.ForListRun(true));
+      switches.ForListRun(true), trading);
 }
 
 }  // namespace halvard::runs

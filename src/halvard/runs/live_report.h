@@ -44,8 +44,10 @@ class LiveReport : public ListReport {
 
   // The whole sweep: a header, then one pass per level combination (none for an empty list).
   void Run(const RunSwitches& switches);
-  // One pass over the list.
+  // One pass over the list with the settings' levels.
   void RunLive(const RunSwitches& switches);
+  // The same at the levels of trading.
+  void RunLive(const RunSwitches& switches, const engine::TradingSettings& trading);
 
   // The symbols of the last pass that got a "Buy" row, each followed by CR LF.
   const std::string& buyList() const { return buyList_; }
