@@ -100,18 +100,29 @@ std::vector<std::pair<std::string, Run>> ListCommands() {
   return runs;
 }
 
-// Runs every list command with one job and with several and compares what each leaves.
+// Runs every list command with one job and with several and compares what each leaves. Without
+// the engine's log (where a sweep walks its passes in groups) each leaves what the run with one
+// job and the log leaves, but the log.
 void ExpectSameWithThreads(const fs::path& folder, const std::string& list,
                            const std::function<void(settings::Config&)>& settings) {
   for (const auto& [name, run] : ListCommands()) {
     const auto one = Open(folder, list, 1, settings);
-    const std::string alone = Seen(*one, run(*one));
+    const std::string report = run(*one);
+    const std::string alone = Seen(*one, report);
     for (const int jobs : {2, 5}) {
       const auto many = Open(folder, list, jobs, settings);
       const std::string together = Seen(*many, run(*many));
       EXPECT_EQ(together, alone) << name << " with " << jobs << " jobs";
     }
     EXPECT_NE(alone.find("log:"), std::string::npos);
+    one->log().Clear();
+    const std::string unlogged = Seen(*one, report);
+    for (const int jobs : {1, 2, 5}) {
+      const auto many = Open(folder, list, jobs, settings);
+      many->tester().KeepLog(false);
+      const std::string together = Seen(*many, run(*many));
+      EXPECT_EQ(together, unlogged) << name << " without the log, with " << jobs << " jobs";
+    }
   }
 }
 
@@ -191,7 +202,13 @@ TEST(StockWalk, OddShapesGiveTheSameOutputWithOneThreadOrMany) {
     ++k;
   }
   test::WriteText(dir / "odd.inc", data::WatchListText(list));
-  for (const auto& settings : Settings()) ExpectSameWithThreads(dir.path(), "odd", settings);
+  // First a 20-day history: each pass of a sweep reads, past it, what the pass before left.
+  list.insert(list.begin(), symbols[1]);
+  test::WriteText(dir / "shortfirst.inc", data::WatchListText(list));
+  for (const auto& settings : Settings()) {
+    ExpectSameWithThreads(dir.path(), "odd", settings);
+    ExpectSameWithThreads(dir.path(), "shortfirst", settings);
+  }
 }
 
 TEST(StockWalk, ABadPriceFileStopsTheRunAtItsPlaceWhateverTheThreads) {
@@ -255,6 +272,45 @@ TEST(StockWalk, ProgressAndCancelComeStockByStockInListOrder) {
   EXPECT_EQ(steps[0].back(), "6 7/" + steps[0].back().substr(steps[0].back().find('/') + 1));
   EXPECT_EQ(steps[1], steps[0]);
   EXPECT_EQ(seen[1], seen[0]);
+}
+
+TEST(StockWalk, ASweepCancelledOrStoppedByABadFileMidwayLeavesWhatOneThreadLeaves) {
+  const fs::path samples = test::SamplePrices();
+  test::TempDir dir;
+  for (const char* name : {"^IXIC", "A", "AAL", "AMD", "ABC"}) {
+    fs::copy_file(samples / (std::string(name) + ".txt"), dir / (std::string(name) + ".txt"));
+  }
+  test::WriteText(dir / "five.inc", data::WatchListText({"A", "AAL", "GONE", "AMD", "ABC"}));
+  test::WriteText(dir / "BAD.txt", "Date,Open,High,Low,Close,Volume\r\n2017-12-29,1,2,x,1,100\r\n");
+  test::WriteText(dir / "bad.inc", data::WatchListText({"A", "AAL", "BAD", "A"}));
+  // A 3 x 2 sweep; the reference keeps the engine's log, so each pass walks the list itself.
+  const auto sweep = [](Session& s, platform::Progress& progress, std::string& error) {
+    BatchReport batch(s, progress);
+    ParseStopLossLevels("0.125,0.375,0.125", batch.levels);
+    ParseRsLevels("5,10,5", batch.levels);
+    error = test::ErrorText([&] { batch.GoCommand({true, true, true}); });
+    return batch.text() + "traded:\n" + batch.tradedList() +
+           "rows: " + std::to_string(batch.result().sweeps.back().steps.back().rows.size());
+  };
+  for (const std::string list : {"five", "bad"}) {
+    // Stopped in the first pass, inside later ones, at the start of one, and not at all.
+    for (const int after : {3, 8, 12, 15, 29, 100}) {
+      std::string error;
+      const auto one = Open(dir.path(), list, 1, [](settings::Config&) {});
+      CancelAfter reference(after);
+      const std::string report = sweep(*one, reference, error);
+      one->log().Clear();
+      const std::string alone = Seen(*one, report) + error;
+      for (const int jobs : {1, 2, 4}) {
+        const auto many = Open(dir.path(), list, jobs, [](settings::Config&) {});
+        many->tester().KeepLog(false);
+        CancelAfter progress(after);
+        const std::string together = Seen(*many, sweep(*many, progress, error)) + error;
+        EXPECT_EQ(together, alone) << list << " cancelled after " << after << ", " << jobs;
+        EXPECT_EQ(progress.steps, reference.steps) << list << " " << after << ", " << jobs;
+      }
+    }
+  }
 }
 
 }  // namespace

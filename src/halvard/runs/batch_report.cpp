@@ -115,6 +115,7 @@ void BatchReport::GoCommand(const RunSwitches& switches) {
   int bestDays = 0;
   engine::TradingSettings pass = engine::TradingSettingsOf(s_.config);
   const LevelsLeftBehind left(s_.config, pass);
+  const PassPlan plan = PlanPasses(PassesAt(pass, stopLosses, rsDays));
   for (const double stopLoss : stopLosses) {
     pass.stopLossLimit = stopLoss;
     for (const int days : rsDays) {
@@ -149,6 +150,10 @@ void BatchReport::RunBatch(const RunSwitches& switches) {
   // The RS days pass with the last stop loss of the first sweep.
   engine::TradingSettings pass = engine::TradingSettingsOf(s_.config);
   const LevelsLeftBehind left(s_.config, pass);
+  auto passes = PassesAt(pass, stopLosses, {pass.rsDays});
+  const auto secondHalf = PassesAt(passes.back(), {stopLosses.back()}, rsDays);
+  passes.insert(passes.end(), secondHalf.begin(), secondHalf.end());
+  const PassPlan plan = PlanPasses(std::move(passes));
   for (const double stopLoss : stopLosses) {
     pass.stopLossLimit = stopLoss;
     const auto total = Step(++k, static_cast<int>(stopLosses.size()), switches, pass);

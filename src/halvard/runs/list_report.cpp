@@ -1,5 +1,8 @@
 #include "halvard/runs/list_report.h"
 
+#include <algorithm>
+
+#include "halvard/platform/folder_names.h"
 #include "halvard/platform/number_text.h"
 #include "halvard/runs/report_text.h"
 #include "halvard/runs/stock_walk.h"
@@ -25,6 +28,34 @@ std::string ListReport::RsRange() const {
                    std::to_string(levels.rsStep));
 }
 
+ListReport::PassPlan::~PassPlan() {
+  report_.plan_.clear();
+  report_.records_.clear();
+}
+
+ListReport::PassPlan ListReport::PlanPasses(std::vector<engine::TradingSettings> passes) {
+  plan_ = std::move(passes);
+  walked_ = 0;
+  groupStart_ = groupEnd_ = 0;
+  grouped_ = !s_.tester().keepsLog() && s_.config.enableGraphUpdate;
+  return PassPlan(*this);
+}
+
+std::vector<engine::TradingSettings> ListReport::PassesAt(const engine::TradingSettings& base,
+                                                          const std::vector<double>& stopLosses,
+                                                          const std::vector<int>& rsDays) {
+  std::vector<engine::TradingSettings> all;
+  engine::TradingSettings pass = base;
+  for (const double stopLoss : stopLosses) {
+    pass.stopLossLimit = stopLoss;
+    for (const int days : rsDays) {
+      pass.rsDays = days;
+      all.push_back(pass);
+    }
+  }
+  return all;
+}
+
 bool ListReport::ForEachStock(const std::function<void()>& tested,
                               const std::function<void()>& notLoaded,
                               const std::optional<engine::BacktestOptions>& backtest,
@@ -32,25 +63,127 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
   const engine::StockView& v = s_.view();
   const int n = static_cast<int>(s_.symbols.size());
   // Once the files are parsed and kept, a stock's backtest costs less than handing it between
-  // threads: the later levels of a sweep run on this one.
+  // threads: the later levels of a sweep run on this one (unless a walk backtests a group).
   const bool cached = prices_.keptBars() > 0;
-  return WalkStocks(s_, {.before =
-                             [&](int i) {
-                               if (progress_.Cancelled()) return false;
-                               progress_.Step(i, n,
-                                              std::to_string(i + 1) + "/" + std::to_string(n));
-                               return true;
-                             },
-                         .missing =
-                             [&] {
-                               Line(v.stockSymbol + "\tError opening stock file ");
-                               if (notLoaded) notLoaded();
-                             },
-                         .loaded = tested,
-                         .backtest = backtest,
-                         .trading = trading,
-                         .cache = &prices_,
-                         .jobs = cached ? 1 : 0});
+  StockWalk walk{.before =
+                     [&](int i) {
+                       if (progress_.Cancelled()) return false;
+                       progress_.Step(i, n, std::to_string(i + 1) + "/" + std::to_string(n));
+                       return true;
+                     },
+                 .missing =
+                     [&] {
+                       Line(v.stockSymbol + "\tError opening stock file ");
+                       if (notLoaded) notLoaded();
+                     },
+                 .loaded = tested,
+                 .backtest = backtest,
+                 .trading = trading,
+                 .cache = &prices_,
+                 .jobs = cached ? 1 : 0};
+  if (!backtest || walked_ >= plan_.size()) return WalkStocks(s_, walk);
+  const size_t pass = walked_++;
+  if (!grouped_) return WalkStocks(s_, walk);
+  if (pass > groupStart_ && pass < groupEnd_) return Replay(pass - groupStart_ - 1, walk);
+
+  // The first pass of a group: the walk records every stock with the group's other outcomes.
+  groupStart_ = pass;
+  groupEnd_ = std::min(pass + kGroupPasses, plan_.size());
+  records_.resize(static_cast<size_t>(n));
+  walk.also.assign(plan_.begin() + static_cast<ptrdiff_t>(pass) + 1,
+                   plan_.begin() + static_cast<ptrdiff_t>(groupEnd_));
+  walk.jobs = 0;
+  StockRecord* record = nullptr;
+  const auto keep = [&](bool found) {
+    record->found = found;
+    record->path = v.stockFilePath;
+    record->symbol = v.stockSymbol;
+    record->barCount = v.barCount;
+    record->newestDate = v.newestDate;
+  };
+  walk.before = [&, before = walk.before](int i) {
+    record = &records_[static_cast<size_t>(i)];
+    return before(i);
+  };
+  walk.missing = [&, missing = walk.missing] {
+    keep(false);
+    missing();
+  };
+  walk.loaded = [&] {
+    keep(true);
+    tested();
+  };
+  walk.alsoTested = [&](std::vector<PassOutcome>& outcomes) { record->also.swap(outcomes); };
+  const bool finished = WalkStocks(s_, walk);
+  // A pass starts from what the one before it left in the view: when the first stock that loads
+  // does not cover what the engine reads, the later passes may see it otherwise than this one.
+  const int read = engine::BackTester::DaysRead(v);
+  for (const StockRecord& r : records_) {
+    if (!r.found) continue;
+    if (r.barCount < read) grouped_ = false;
+    break;
+  }
+  if (!grouped_) groupEnd_ = 0;
+  return finished;
+}
+
+bool ListReport::Replay(size_t k, const StockWalk& walk) {
+  engine::StockView& v = s_.view();
+  engine::BackTester& tester = s_.tester();
+  const bool rows = walk.backtest->partOfListRun && !walk.backtest->signalMode;
+  const int n = static_cast<int>(records_.size());
+  for (int i = 0; i < n; ++i) {
+    if (!walk.before(i)) {
+      RestoreView(i - 1);
+      return false;
+    }
+    const StockRecord& r = records_[static_cast<size_t>(i)];
+    v.stockFilePath = r.path;
+    v.stockSymbol = r.symbol;
+    if (!r.found) {
+      v.barCount = 0;
+      walk.missing();
+      continue;
+    }
+    v.barCount = r.barCount;
+    v.newestDate = r.newestDate;
+    const PassOutcome& o = r.also[k];
+    if (o.unusualVolumeFound) tester.unusualVolumeFound = true;
+    tester.unusualVolumeSearched = o.unusualVolumeSearched;
+    if (o.unusualVolumeSearched) engine::KeepSearchPercentage(s_.config);
+    if (o.error) {
+      RestoreView(i);
+      std::rethrow_exception(o.error);
+    }
+    tester.SetRunState(o.state);
+    if (rows) tester.WriteResultRow(o.state.resultCode);
+    walk.loaded();
+  }
+  return true;
+}
+
+void ListReport::RestoreView(int last) {
+  engine::StockView& v = s_.view();
+  // From the last stock up to it whose history covers what the finders and the engine read: it
+  // overwrites all of that, whatever was in the view before.
+  const int read = engine::BackTester::DaysRead(v);
+  int from = last;
+  while (from >= 0) {
+    const StockRecord& r = records_[static_cast<size_t>(from)];
+    if (r.found && r.barCount >= read) break;
+    --from;
+  }
+  if (from < 0) return;  // nothing loaded up to last: its marks are in place
+  const platform::FolderNames names(s_.config.StockFilePath);
+  for (int j = from; j <= last; ++j) {
+    const StockRecord& r = records_[static_cast<size_t>(j)];
+    v.stockFilePath = r.path;
+    v.stockSymbol = r.symbol;
+    v.barCount = 0;
+    if (!r.found) continue;
+    prices_.Load(v, s_.StockPath(s_.symbols[static_cast<size_t>(j)]), &names);
+    engine::ComputeBoxes(v, true);
+  }
 }
 
 }  // namespace halvard::runs

@@ -12,6 +12,7 @@
 #include "halvard/platform/progress.h"
 #include "halvard/platform/text_sink.h"
 #include "halvard/runs/session.h"
+#include "halvard/runs/stock_walk.h"
 #include "halvard/runs/sweep.h"
 
 namespace halvard::runs {
@@ -42,8 +43,37 @@ class ListReport {
 
   const std::string& text() const { return report_.text(); }
 
+  // The passes of a sweep one walk of the list backtests (see PlanPasses): enough that a stock's
+  // load and boxes are shared by many backtests, few enough that the outcomes held stay small
+  // (a hundred bytes a stock and pass) and a cancel in the walk throws little away.
+  static constexpr size_t kGroupPasses = 50;
+
  protected:
   ListReport(Session& session, platform::Progress& progress);
+
+  // Ends the plan of a sweep when the sweep ends.
+  class PassPlan {
+   public:
+    explicit PassPlan(ListReport& report) : report_(report) {}
+    ~PassPlan();
+    PassPlan(const PassPlan&) = delete;
+    PassPlan& operator=(const PassPlan&) = delete;
+
+   private:
+    ListReport& report_;
+  };
+  // A sweep announces its passes, in the order ForEachStock walks them with a backtest. When the
+  // engine keeps no log and the boxes are drawn, the passes then go in groups of kGroupPasses:
+  // the first of a group walks the list (on every thread) and backtests each stock with the
+  // group's other passes too; those passes are then walked from the outcomes kept, stock by
+  // stock with the same progress, rows and state. That holds only when no stock's outcome hangs
+  // on what a pass before it left in the view: when the first stock that loads has a history
+  // shorter than what the engine reads, every pass walks the list itself.
+  [[nodiscard]] PassPlan PlanPasses(std::vector<engine::TradingSettings> passes);
+  // Every combination of the levels with the settings of base, stop losses outer.
+  static std::vector<engine::TradingSettings> PassesAt(const engine::TradingSettings& base,
+                                                       const std::vector<double>& stopLosses,
+                                                       const std::vector<int>& rsDays);
 
   void Line(std::string_view text);
   // " from S to E with a step of STEP" of the two level ranges.
@@ -66,7 +96,29 @@ class ListReport {
   platform::StringSink report_;
 
  private:
+  // What the first pass of a group made of a stock: what its rows and the view show, and the
+  // outcomes of the group's other passes.
+  struct StockRecord {
+    bool found = false;
+    std::string path;
+    std::string symbol;
+    int barCount = 0;
+    double newestDate = 0;
+    std::vector<PassOutcome> also;
+  };
+
+  // Pass `k` of the group (from 0 after its first) from the records, as a walk would do it.
+  bool Replay(size_t k, const StockWalk& walk);
+  // Puts into the session's view what a walk leaves after stock `last` (none when -1).
+  void RestoreView(int last);
+
   data::PriceCache prices_;  // every level of a sweep reads the same files
+  std::vector<engine::TradingSettings> plan_;
+  size_t walked_ = 0;  // passes of the plan walked so far
+  bool grouped_ = false;
+  size_t groupStart_ = 0;  // the pass whose walk made the records
+  size_t groupEnd_ = 0;    // one past its group's last pass
+  std::vector<StockRecord> records_;
 };
 
 }  // namespace halvard::runs

@@ -18,6 +18,7 @@ void LiveReport::Run(const RunSwitches& switches) {
   Line(std::string(kDashRule) + std::string(kDashRule));
   engine::TradingSettings pass = engine::TradingSettingsOf(s_.config);
   const LevelsLeftBehind left(s_.config, pass);
+  const PassPlan plan = PlanPasses(PassesAt(pass, stopLosses, rsDays));
   for (const double stopLoss : stopLosses) {
     pass.stopLossLimit = stopLoss;
     for (const int days : rsDays) {

@@ -102,7 +102,45 @@ struct Outcome {
   std::string results;
   bool unusualVolumeFound = false;
   bool unusualVolumeSearched = false;
+  std::vector<PassOutcome> also;
 };
+
+// Backtests the stock in tester's view with every setting of walk.also, stopping at an error.
+void BacktestAlso(const StockWalk& walk, engine::BackTester& tester,
+                  std::vector<PassOutcome>& outcomes) {
+  // No result row: the pass writes its own when it is walked.
+  engine::BacktestOptions options = *walk.backtest;
+  options.partOfListRun = false;
+  outcomes.resize(walk.also.size());
+  for (size_t k = 0; k < walk.also.size(); ++k) {
+    PassOutcome& o = outcomes[k];
+    tester.unusualVolumeFound = false;
+    o.error = nullptr;
+    try {
+      tester.Backtest(walk.also[k], options);
+    } catch (...) {
+      o.error = std::current_exception();
+    }
+    o.state = tester.runState();
+    o.unusualVolumeFound = tester.unusualVolumeFound;
+    o.unusualVolumeSearched = tester.unusualVolumeSearched;
+    if (o.error) {
+      outcomes.resize(k + 1);
+      return;
+    }
+  }
+}
+
+// The later passes of a sweep on the session's view, by an engine of their own.
+void AlsoOnSession(Session& s, const StockWalk& walk) {
+  if (walk.also.empty()) return;
+  platform::StringSink none;
+  engine::BackTester tester(s.view(), none, none);
+  tester.KeepLog(false);
+  std::vector<PassOutcome> outcomes;
+  BacktestAlso(walk, tester, outcomes);
+  walk.alsoTested(outcomes);
+}
 
 // What the walk's stocks share, fixed before the first: the folder's names, whether boxes are
 // drawn (the settings may change as stocks are taken up) and the backtest's settings.
@@ -126,7 +164,10 @@ void WalkOne(Session& s, const StockWalk& walk, const WalkSetup& setup, int i) {
     return;
   }
   engine::ComputeBoxes(v, setup.drawBoxes);
-  if (walk.backtest) BacktestOnSession(s, setup.trading, *walk.backtest);
+  if (walk.backtest) {
+    BacktestOnSession(s, setup.trading, *walk.backtest);
+    AlsoOnSession(s, walk);
+  }
   walk.loaded();
 }
 
@@ -150,6 +191,7 @@ void Compute(const Session& s, const StockWalk& walk, const WalkSetup& setup, Wo
   o.results = w.results.text();
   o.unusualVolumeFound = w.tester.unusualVolumeFound;
   o.unusualVolumeSearched = w.tester.unusualVolumeSearched;
+  if (!walk.also.empty()) BacktestAlso(walk, w.tester, o.also);
 }
 
 // Hands a stock a thread did over to the session, as if the session had done it.
@@ -175,7 +217,10 @@ void Take(Session& s, const StockWalk& walk, const WalkSetup& setup, Outcome& o)
     same = same && o.boxes.SameBoxes(FoundBoxes(v));
   }
   if (!walk.backtest || !same) {
-    if (walk.backtest) BacktestOnSession(s, setup.trading, *walk.backtest);
+    if (walk.backtest) {
+      BacktestOnSession(s, setup.trading, *walk.backtest);
+      AlsoOnSession(s, walk);
+    }
     walk.loaded();
     return;
   }
@@ -186,6 +231,7 @@ void Take(Session& s, const StockWalk& walk, const WalkSetup& setup, Outcome& o)
   if (o.unusualVolumeFound) tester.unusualVolumeFound = true;
   tester.unusualVolumeSearched = o.unusualVolumeSearched;
   if (o.unusualVolumeSearched) engine::KeepSearchPercentage(s.config);
+  if (!walk.also.empty()) walk.alsoTested(o.also);
   walk.loaded();
 }
 

@@ -10,14 +10,25 @@
 // what the stocks before it left behind (the bars past a short history, the breakout mark of an
 // open box when boxes are not drawn) is done again on the session's own view when handed over.
 
+#include <exception>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "halvard/data/price_cache.h"
 #include "halvard/engine/back_tester.h"
 #include "halvard/runs/session.h"
 
 namespace halvard::runs {
+
+// What one more backtest of a stock left: the engine's run state and flags, or the error it
+// stopped on (with the flags as they stood then).
+struct PassOutcome {
+  engine::BackTester::RunState state{};
+  bool unusualVolumeFound = false;
+  bool unusualVolumeSearched = false;
+  std::exception_ptr error;
+};
 
 struct StockWalk {
   // Before stock i (progress, cancel); false stops the walk there.
@@ -30,6 +41,11 @@ struct StockWalk {
   std::optional<engine::BacktestOptions> backtest;
   // The settings the backtest trades with; those of the session's settings when not given.
   std::optional<engine::TradingSettings> trading = std::nullopt;
+  // The later passes of a sweep: after the backtest, the stock is backtested with each of these
+  // settings too, on the same view, by an engine that keeps neither log nor result rows (an
+  // error ends the list). Their outcomes go to alsoTested, in list order, before loaded.
+  std::vector<engine::TradingSettings> also = {};
+  std::function<void(std::vector<PassOutcome>& outcomes)> alsoTested = {};
   // Loads go through it when given: a sweep reads each file once.
   data::PriceCache* cache = nullptr;
   // Threads for this walk; 0: ListJobs of the session's settings.
