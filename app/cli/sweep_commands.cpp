@@ -29,6 +29,18 @@ struct SweepArgs {
   bool json = false;
 };
 
+// The report with LF line ends, a piece at a time: a big sweep's report is not held twice.
+std::string PrintedWithLineFeeds(std::string_view text) {
+  constexpr size_t kPiece = size_t{1} << 20;
+  while (text.size() > kPiece) {
+    const size_t end = text.rfind('\n', kPiece) + 1;  // a CR LF is never cut in two
+    const size_t cut = end == 0 ? kPiece : end;
+    std::cout << WithLineFeeds(text.substr(0, cut));
+    text.remove_prefix(cut);
+  }
+  return WithLineFeeds(text);
+}
+
 // The batch's document, or the walk-forward's when one ran.
 runs::JsonDocument BatchDocument(const runs::WalkForwardReport& report) {
   if (report.walkForwardResult()) return runs::WalkForwardJson(*report.walkForwardResult());
@@ -84,7 +96,7 @@ void AddLiveCommand(Command& program, const GlobalOptions& options) {
     RunSweep<runs::LiveReport>(
         options, *args, [&](runs::LiveReport& r) { r.Run(args->sweep.switches); },
         [&](const runs::LiveReport& r) {
-          return args->json ? runs::LiveReportJson(r) + "\n" : WithLineFeeds(r.text());
+          return args->json ? runs::LiveReportJson(r) + "\n" : PrintedWithLineFeeds(r.text());
         },
         [](const runs::LiveReport& r) { return r.buyList(); });
   });
@@ -113,6 +125,7 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
     RunSweep<runs::WalkForwardReport>(
         options, *args,
         [&](runs::WalkForwardReport& r) {
+          r.KeepRows(args->json);  // the rows as values are only for the JSON document
           if (args->walkForward > 0) {
             r.WalkForward(args->sweep.switches, args->walkForward);
           } else if (args->separate) {
@@ -122,7 +135,8 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
           }
         },
         [&](const runs::WalkForwardReport& r) {
-          return args->json ? runs::JsonText(BatchDocument(r)) + "\n" : WithLineFeeds(r.text());
+          return args->json ? runs::JsonText(BatchDocument(r)) + "\n"
+                            : PrintedWithLineFeeds(r.text());
         },
         [](const runs::WalkForwardReport& r) { return r.tradedList(); });
   });

@@ -299,6 +299,23 @@ TEST_F(BacktestTest, UnusualVolumeIsThreeLoudDaysOfRisingPrices) {
   EXPECT_TRUE(tester_.unusualVolumeFound);  // set by the first case, never cleared
 }
 
+TEST_F(BacktestTest, ARememberedSearchAnswersAsTheSearchAndStillMarksItFound) {
+  std::vector<Day> days(20, Day{10, 10.5, 9.5, 10, 100});
+  for (int p : {12, 13, 14}) days[p] = {12, 12.5, 11.5, 12, 200};
+  Load(days);
+  view_->averageVolume = 100;
+  tester_.RememberSearches(true);
+  for (int round = 0; round < 2; ++round) {
+    tester_.unusualVolumeFound = false;
+    EXPECT_EQ(tester_.FindUnusualVolume(19, 0.25), 8);
+    EXPECT_TRUE(tester_.unusualVolumeFound);
+    EXPECT_EQ(tester_.FindUnusualVolume(19, 1.5), 0);  // another percentage is searched anew
+  }
+  tester_.RememberSearches(false);
+  view_->barVolume[7] = 100;  // the view changed: searched again
+  EXPECT_EQ(tester_.FindUnusualVolume(19, 0.25), 0);
+}
+
 TEST_F(BacktestTest, WithoutUnusualVolumeTheBoxesAreNotTried) {
   Load(TwoBoxes());
   trading_.useUnusualVolume = true;

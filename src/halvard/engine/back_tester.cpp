@@ -89,9 +89,33 @@ void BackTester::TryBoxes(const TradingSettings& settings, bool signalMode, bool
   }
 }
 
+void BackTester::RememberSearches(bool on) {
+  remember_ = on;
+  remembered_.fill(-1);
+}
+
 int BackTester::FindUnusualVolume(int fromDay, double percentage) {
   unusualVolumeSearched = true;
   if (fromDay > kUnusualVolumeDays) fromDay = kUnusualVolumeDays;
+  const bool remembered = remember_ && fromDay >= 0;
+  if (remembered && percentage != rememberedPercentage_) {
+    remembered_.fill(-1);
+    rememberedPercentage_ = percentage;
+  }
+  int16_t& answer = remembered_[static_cast<size_t>(std::max(fromDay, 0))];
+  if (!remembered || answer < 0) {
+    const int found = SearchUnusualVolume(fromDay, percentage);
+    if (!remembered) {
+      if (found != 0) unusualVolumeFound = true;
+      return found;
+    }
+    answer = static_cast<int16_t>(found);
+  }
+  if (answer != 0) unusualVolumeFound = true;
+  return answer;
+}
+
+int BackTester::SearchUnusualVolume(int fromDay, double percentage) const {
   double total = v_.averageVolume * 23 * 6;
   double count = 138;
   const auto& volume = v_.barVolume;
@@ -111,10 +135,7 @@ int BackTester::FindUnusualVolume(int fromDay, double percentage) {
     for (int k = i; k <= last; ++k) earlier += close[k];
     earlier /= last - i + 1;
     const double later = (close[i - 1] + close[i - 2] + close[i - 3]) / 3;
-    if (later > earlier) {
-      unusualVolumeFound = true;
-      return i;
-    }
+    if (later > earlier) return i;
   }
   return 0;
 }

@@ -5,6 +5,8 @@
 // rises with new boxes. In signal mode nothing is bought: the run stops on the first day that
 // would have bought or stopped out, leaving the levels and flags the live report prints.
 
+#include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,6 +64,10 @@ class BackTester {
   // rose; 0 when there is none.
   int FindUnusualVolume(int fromDay, double percentage);
   static constexpr int kUnusualVolumeDays = 138;  // the newest six months
+  // While on, each search's answer is kept and given again for the same day and percentage: for
+  // the backtests of one loaded stock with other levels, which search from the same days. Turned
+  // off (forgetting them) before the view changes.
+  void RememberSearches(bool on);
 
   // The newest days the finders and a backtest of the view read: the view and the unusual-volume
   // search's six months. (A backtest of a shorter history reads bars past barCount.)
@@ -136,6 +142,12 @@ class BackTester {
   void Log(const Text& text) {
     if (logKept_) AppendLog(text());
   }
+
+  int SearchUnusualVolume(int fromDay, double percentage) const;
+
+  bool remember_ = false;
+  double rememberedPercentage_ = 0;
+  std::array<int16_t, kUnusualVolumeDays + 1> remembered_{};  // by fromDay; -1 not searched
 
   StockView& v_;
   platform::TextSink& log_;

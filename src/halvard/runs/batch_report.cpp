@@ -54,11 +54,12 @@ void BatchReport::BatchCore(const RunSwitches& switches, const engine::TradingSe
   const ResultsRedirect rows(tester, report_);  // the engine writes each stock's table row
   const auto tested = [&] {
     if (tester.tradeCount > 0) tradedList_ += v.stockSymbol + "\r\n";
+    if (!keepRows_) return;
     step.rows.push_back({v.stockSymbol, tester.resultCode == 2 ? "Corvane" : "Pyramiding Boxes",
                          tester.tradeCount, tester.totalProfit, tester.ResultStatus()});
   };
   const auto missing = [&] {
-    step.rows.push_back({v.stockSymbol, {}, {}, {}, "Error opening stock file"});
+    if (keepRows_) step.rows.push_back({v.stockSymbol, {}, {}, {}, "Error opening stock file"});
   };
   if (!ForEachStock(tested, missing, switches.ForListRun(false), pass)) return;
   step.profitMakingStocks = tester.winCount;

@@ -83,8 +83,10 @@ class BatchReport : public ListReport {
   // The symbols the engine traded, one for every batch that traded them, each with CR LF.
   const std::string& tradedList() const { return tradedList_; }
 
-  // The runs of this report so far, as values.
+  // The runs of this report so far, as values. Without rows when they are not kept: a big sweep
+  // has millions, and the text holds them too.
   const BatchResult& result() const { return result_; }
+  void KeepRows(bool keep) { keepRows_ = keep; }
 
  private:
   // Runs one batch at the levels of pass as step k of n; returns its total profit, or nothing
@@ -97,6 +99,7 @@ class BatchReport : public ListReport {
 
   std::string tradedList_;
   BatchResult result_;
+  bool keepRows_ = true;
 };
 
 }  // namespace halvard::runs

@@ -112,6 +112,8 @@ void BacktestAlso(const StockWalk& walk, engine::BackTester& tester,
   engine::BacktestOptions options = *walk.backtest;
   options.partOfListRun = false;
   outcomes.resize(walk.also.size());
+  // Every pass searches the same stock for unusual volume: each search is made once.
+  tester.RememberSearches(true);
   for (size_t k = 0; k < walk.also.size(); ++k) {
     PassOutcome& o = outcomes[k];
     tester.unusualVolumeFound = false;
@@ -126,9 +128,10 @@ void BacktestAlso(const StockWalk& walk, engine::BackTester& tester,
     o.unusualVolumeSearched = tester.unusualVolumeSearched;
     if (o.error) {
       outcomes.resize(k + 1);
-      return;
+      break;
     }
   }
+  tester.RememberSearches(false);
 }
 
 // The later passes of a sweep on the session's view, by an engine of their own.
