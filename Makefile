@@ -6,7 +6,7 @@ JOBS ?= 2
 BUILD_TYPE ?= Release
 CMAKE_FLAGS ?=
 
-.PHONY: all deps build programs test run bench asan fuzz package clang format format-check clean
+.PHONY: all deps build programs test run bench asan fuzz package clang format format-check layers-check clean
 
 all: build
 
@@ -100,6 +100,11 @@ format:
 
 format-check:
 	scripts/check-format.sh
+
+# Each folder of the library includes only the floors below it, as src/halvard/floors.txt lists
+# them (the table the build links the folders' libraries by); names every include that does not.
+layers-check:
+	scripts/check-layers.sh
 
 clean:
 	rm -rf build build-asan build-fuzz build-package build-clang

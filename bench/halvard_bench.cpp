@@ -134,7 +134,7 @@ void Backtests(benchmark::State& state, const Market& market) {
   std::vector<std::unique_ptr<StockView>> views;
   for (size_t i = 0; i < kLoaded && i < market.symbols.size(); ++i) {
     auto view = std::make_unique<StockView>();
-    data::LoadIndexFile(*view, market.folder + "/^IXIC.txt", config);
+    data::LoadIndexFile(*view, market.folder + "/^IXIC.txt");
     if (!data::LoadStockFile(*view, PricePath(market, market.symbols[i]))) {
       state.SkipWithError("a price file of the market is missing");
       return;

@@ -10,9 +10,9 @@
 #include "halvard/data/file_parser.h"
 #include "halvard/error.h"
 #include "halvard/platform/clock.h"
-#include "halvard/platform/files.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/samples_folder.h"
+#include "halvard/platform/text.h"
 #include "halvard/runs/stale_prices.h"
 #include "halvard/runs/start_session.h"
 

@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "commands.h"
-#include "halvard/platform/files.h"
+#include "halvard/platform/text.h"
 #include "halvard/runs/report_json.h"
 #include "halvard/settings/services.h"
 #include "json_output.h"

@@ -10,6 +10,7 @@
 #include "halvard/data/download_schedule.h"
 #include "halvard/error.h"
 #include "halvard/platform/clock.h"
+#include "halvard/runs/auto_download.h"
 
 namespace halvard::cli {
 namespace {
@@ -34,7 +35,7 @@ void Run(const GlobalOptions& options, const ScheduleArgs& args) {
   }
   ExistingLists(config, lists);
   const bool all =
-      data::AutoDownload(lists, args.skipExisting, platform::Today(), c.downloads.downloader(),
+      runs::AutoDownload(lists, args.skipExisting, platform::Today(), c.downloads.downloader(),
                          config, c.session->store(), c.progress);
   if (c.progress.Cancelled()) throw Interrupted{kDownloadsKept};
   std::cout << WithLineFeeds(data::DownloadDateLabel(config.downloadDate)) << "\n";

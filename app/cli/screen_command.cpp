@@ -6,9 +6,9 @@
 #include <iostream>
 
 #include "commands.h"
-#include "halvard/platform/number_text.h"
-#include "halvard/runs/report_json.h"
+#include "halvard/platform/text.h"
 #include "halvard/screener/criteria_table.h"
+#include "halvard/screener/screen_json.h"
 #include "halvard/screener/screener.h"
 #include "json_output.h"
 #include "terminal_progress.h"
@@ -44,7 +44,7 @@ void Run(const GlobalOptions& options, const ScreenArgs& args, bool save) {
     result = args.local ? screener::ScreenLocally(*session, args.criteria, progress)
                         : screener::ScreenWithService(services, args.criteria, progress);
     if (args.json) {
-      PrintJson(runs::ScreenJson(result));
+      PrintJson(screener::ScreenJson(result));
     } else {
       for (const std::string& symbol : result.symbols) std::cout << symbol << "\n";
       std::cout << std::flush;

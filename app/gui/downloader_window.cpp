@@ -20,6 +20,7 @@
 #include "halvard/data/download_schedule.h"
 #include "halvard/data/watch_list.h"
 #include "halvard/platform/clock.h"
+#include "halvard/runs/auto_download.h"
 #include "halvard/runs/price_downloads.h"
 #include "main_frm.h"
 #include "named.h"
@@ -252,7 +253,7 @@ void DownloaderWindow::AutoDownload() {
   if (!setup) return;
   // The list steps of the download name the list; the symbol steps go to the progress window.
   ProgressRelay relay(main_.progressWindow(), [this](int, int, std::string_view text) {
-    if (text.starts_with(data::kAutoDownloadListText)) {
+    if (text.starts_with(runs::kAutoDownloadListText)) {
       SetStatus(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     }
   });
@@ -261,7 +262,7 @@ void DownloaderWindow::AutoDownload() {
   main_.RunLongAside(
       [&](platform::Progress& progress) {
         runs::PriceDownloads downloads(setup->services, setup->stocks, setup->log, progress);
-        data::AutoDownload(lists, skip, platform::Today(), downloads.downloader(), main_.config(),
+        runs::AutoDownload(lists, skip, platform::Today(), downloads.downloader(), main_.config(),
                            main_.session().store(), progress);
       },
       &relay);

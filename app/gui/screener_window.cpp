@@ -15,6 +15,7 @@
 #include "dialogs.h"
 #include "halvard/data/price_answer.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 #include "halvard/screener/criteria_table.h"
 #include "halvard/screener/screener.h"
 #include "main_frm.h"

@@ -27,9 +27,8 @@ std::string LoadError(const std::string& text, bool asIndex = false) {
   const std::string path = (dir / "BAD.txt").string();
   test::WriteText(path, text);
   auto series = std::make_unique<PriceSeries>();
-  settings::Config config;
   try {
-    asIndex ? LoadIndexFile(*series, path, config) : LoadStockFile(*series, path);
+    asIndex ? LoadIndexFile(*series, path) : LoadStockFile(*series, path);
   } catch (const Error& e) {
     const std::string m = e.what();
     return m.rfind(path, 0) == 0 ? m.substr(path.size()) : "(path missing) " + m;
@@ -155,36 +154,21 @@ TEST(FileParser, ReadsEveryDateFormAndLineEnd) {
 }
 
 TEST(FileParser, SymbolsComeFromThePath) {
-  EXPECT_EQ(GetSymbol("C:\\data\\XYZ.txt"), "XYZ");
-  EXPECT_EQ(GetSymbol("/home/me/data/BRK.B.txt"), "BRK.B");
-  EXPECT_EQ(GetSymbol("PLAIN"), "PLAIN");
-  EXPECT_EQ(GetSymbol("C:\\a.b\\X"), "a");  // the cut at the last "." comes first
-}
-
-TEST(FileParser, ExtremesOnTiesTakeTheNewestDay) {
-  const std::array<double, 5> highs = {3, 5, 5, 1, 5};
-  int at = -1;
-  EXPECT_EQ(GetMax<double>(highs, 5, at), 5);
-  EXPECT_EQ(at, 1);
-  EXPECT_EQ(GetMax<double>(highs, 1, at), 3);
-  EXPECT_EQ(at, 0);
-  EXPECT_EQ(GetMin<double>(highs, 5), 1);
-  EXPECT_EQ(GetMin<double>(highs, 3), 3);
+  EXPECT_EQ(SymbolOfPath("C:\\data\\XYZ.txt"), "XYZ");
+  EXPECT_EQ(SymbolOfPath("/home/me/data/BRK.B.txt"), "BRK.B");
+  EXPECT_EQ(SymbolOfPath("PLAIN"), "PLAIN");
+  EXPECT_EQ(SymbolOfPath("C:\\a.b\\X"), "a");  // the cut at the last "." comes first
 }
 
 TEST(FileParser, IndexFileClosesAndTheMissingIndex) {
   auto s = std::make_unique<PriceSeries>();
-  settings::Config config;
-  config.showRS = true;
-  ASSERT_TRUE(LoadIndexFile(*s, (test::LongPrices() / "^ixic.txt").string(), config));
+  ASSERT_TRUE(LoadIndexFile(*s, (test::LongPrices() / "^ixic.txt").string()));
   EXPECT_TRUE(s->rsAvailable);
   EXPECT_EQ(s->indexClose[0], 6903.39);
   EXPECT_EQ(s->indexClose[4027], 1979.25);  // 4,028 days of closes, back to 1/2/2002
   EXPECT_EQ(s->indexClose[4028], 0);
-  EXPECT_TRUE(config.showRS);
 
-  EXPECT_FALSE(LoadIndexFile(*s, "/nowhere/^IXIC.txt", config));
-  EXPECT_FALSE(config.showRS);
+  EXPECT_FALSE(LoadIndexFile(*s, "/nowhere/^IXIC.txt"));
   EXPECT_TRUE(s->rsAvailable);  // what was loaded stays available
 }
 

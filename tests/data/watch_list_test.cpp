@@ -54,8 +54,6 @@ TEST(WatchList, NamesOfListsAndTheirFiles) {
   EXPECT_EQ(WatchListPath("/lists", "sample"), "/lists/sample.inc");
   EXPECT_EQ(WatchListPath("/lists", "sample.inc"), "/lists/sample.inc");
   EXPECT_EQ(WatchListPath("/lists", "other/x.inc"), "other/x.inc");
-  EXPECT_EQ(XWeekHighListName(26), "26WeekHigh");
-  EXPECT_EQ(XWeekHighListName(10), "10WeekHigh");
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include "halvard/data/file_parser.h"
 #include "halvard/engine/stock_view.h"
-#include "halvard/settings/config.h"
 #include "test_support.h"
 
 namespace halvard::engine {
@@ -60,8 +59,7 @@ TEST(RSLine, StopsAt366DaysKeepingWhatItComputed) {
 
 TEST(RSLine, ARealSymbolAgainstTheRealIndex) {
   auto v = std::make_unique<StockView>();
-  settings::Config config;
-  ASSERT_TRUE(data::LoadIndexFile(*v, (test::SamplePrices() / "^IXIC.txt").string(), config));
+  ASSERT_TRUE(data::LoadIndexFile(*v, (test::SamplePrices() / "^IXIC.txt").string()));
   ASSERT_TRUE(data::LoadStockFile(*v, (test::SamplePrices() / "AAL.txt").string()));
   ComputeRSLine(*v);
   EXPECT_DOUBLE_EQ(v->rsLine[0], 52.029999 / 6903.39);  // both files end on 12/29/2017

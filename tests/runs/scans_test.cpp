@@ -1,6 +1,7 @@
 #include "halvard/runs/scans.h"
 
 #include "halvard/runs/scan_commands.h"
+#include "halvard/runs/scan_list_names.h"
 #include "runs_fixture.h"
 
 namespace halvard::runs {
@@ -155,6 +156,11 @@ TEST_F(ScansTest, ProgressCountsFromZeroAndACancelledScanKeepsWhatItFound) {
   // An empty list scans nothing and leaves an empty result, even after a scan that found some.
   List({});
   EXPECT_EQ(BuySignalScan(s, quiet), (ScanSymbols{}));
+}
+
+TEST(ScanListNames, TheXWeekScanNamesItsWeeks) {
+  EXPECT_EQ(XWeekHighListName(26), "26WeekHigh");
+  EXPECT_EQ(XWeekHighListName(10), "10WeekHigh");
 }
 
 }  // namespace

@@ -53,5 +53,19 @@ TEST_F(BacktestShownTest, TheRsCheckFollowsTheSetting) {
   EXPECT_EQ(Backtest(false), unchecked);  // no index loaded: the check lets every buy through
 }
 
+// The RS line needs the index: a start without it turns the line off, one with it leaves it on.
+TEST_F(RunsTest, AStartWithoutTheIndexFileTurnsTheRSLineOff) {
+  EXPECT_FALSE(s.StartUp());
+  EXPECT_FALSE(s.config.showRS);
+  EXPECT_FALSE(s.view().rsAvailable);
+
+  test::WriteText(dir / "^IXIC.txt",
+                  "Date,Open,High,Low,Close,Volume\n2017-12-29,1,1,1,6903.39,1\n");
+  EXPECT_TRUE(s.StartUp());
+  EXPECT_TRUE(s.config.showRS);
+  EXPECT_TRUE(s.view().rsAvailable);
+  EXPECT_EQ(s.view().indexClose[0], 6903.39);
+}
+
 }  // namespace
 }  // namespace halvard::runs

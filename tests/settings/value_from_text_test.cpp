@@ -45,6 +45,45 @@ TEST(ValueFromText, WholeNumbersOfANarrowerRangeNameItsLimits) {
   EXPECT_EQ(WholeFromNumber(std::nan("")).expected, kShort);
 }
 
+// The [Services] numbers: a unit named in what is expected, the bounds included, and above a
+// least alone when there is no most.
+TEST(ValueFromText, NumbersOfAUnitNameTheUnitAndTheirBounds) {
+  const WholeRange pause{0, 3600000, "milliseconds"};
+  EXPECT_EQ(WholeFromText(" 500 ", pause).value, 500);
+  EXPECT_EQ(WholeFromText("2.5", pause).value, 2);
+  for (const char* refused : {"-1", "3600001", "abc", "++5", "inf"}) {
+    const Converted<int> got = WholeFromText(refused, pause);
+    EXPECT_FALSE(got.value) << refused;
+    EXPECT_EQ(got.expected, "a whole number of milliseconds from 0 to 3600000") << refused;
+  }
+  EXPECT_EQ(WholeFromText("11", {0, 10}).expected, "a whole number from 0 to 10");
+
+  const NumberRange timeout{1, 3600, "seconds"};
+  const NumberRange wait{0, std::nullopt, "seconds"};
+  EXPECT_EQ(NumberFromText("1", timeout).value, 1);
+  EXPECT_EQ(NumberFromText("3600", timeout).value, 3600);
+  EXPECT_EQ(NumberFromText("0.001", wait).value, 0.001);
+  EXPECT_EQ(NumberFromText("1e9", wait).value, 1e9);
+  const char* const kTimeout = "a number of seconds from 1 to 3600";
+  const char* const kWait = "a number of seconds above 0";
+  const struct {
+    const NumberRange& range;
+    const char* text;
+    const char* expected;
+  } refused[] = {
+      {timeout, "0.9999", kTimeout}, {timeout, "3600.5", kTimeout},
+      {timeout, "inf", kTimeout},    {timeout, "nan", kTimeout},
+      {timeout, "x", kTimeout},      {wait, "0", kWait},
+      {wait, "-2", kWait},           {wait, "inf", kWait},
+      {wait, "nan", kWait},          {wait, "", kWait},
+  };
+  for (const auto& r : refused) {
+    const Converted<double> got = NumberFromText(r.text, r.range);
+    EXPECT_FALSE(got.value) << r.text;
+    EXPECT_EQ(got.expected, r.expected) << r.text;
+  }
+}
+
 TEST(ValueFromText, DoublesRefuseInfinityAndNanOnlyWhenTold) {
   const double inf = std::numeric_limits<double>::infinity();
   const struct {

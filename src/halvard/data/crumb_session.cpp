@@ -5,6 +5,7 @@
 
 #include "halvard/data/price_answer.h"
 #include "halvard/data/symbol_name.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::data {
 namespace {
@@ -44,10 +45,7 @@ std::string CrumbSession::Handshake(std::string& crumb) {
   }
   const platform::HttpResponse answer = http_->Get(chartBase_ + "/v1/test/getcrumb");
   if (!answer.answered()) return "no answer to the crumb request: " + answer.failure;
-  std::string_view text = answer.body;
-  while (!text.empty() && std::isspace(static_cast<unsigned char>(text.back()))) {
-    text.remove_suffix(1);
-  }
+  const std::string_view text = platform::TrimEnd(answer.body, platform::kWhiteSpace);
   if (answer.status != 200 || !LooksLikeCrumb(text)) {
     return "the crumb request was answered with " + platform::StatusText(answer.status) + ": " +
            std::string(text.substr(0, 80));

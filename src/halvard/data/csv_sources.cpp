@@ -2,7 +2,6 @@
 // by column name, so a column added or moved by the service does not shift the prices.
 
 #include <algorithm>
-#include <cctype>
 #include <functional>
 #include <optional>
 
@@ -10,9 +9,9 @@
 #include "halvard/data/price_sources.h"
 #include "halvard/data/symbol_name.h"
 #include "halvard/platform/date_text.h"
-#include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::data {
 namespace {
@@ -122,11 +121,6 @@ std::string StooqRefusal(const platform::HttpResponse& response) {
   return "";
 }
 
-std::string Lower(std::string text) {
-  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return text;
-}
-
 }  // namespace
 
 std::string StooqTicker(const std::string& symbol) {
@@ -135,7 +129,7 @@ std::string StooqTicker(const std::string& symbol) {
   for (const auto& [ours, theirs] : kIndexes) {
     if (platform::EqualsIgnoreCase(symbol, ours)) return theirs;
   }
-  const std::string lower = Lower(symbol);
+  const std::string lower = platform::ToLowerAscii(symbol);
   if (lower.starts_with('^') || lower.find('.') != std::string::npos) return lower;
   return lower + ".us";
 }

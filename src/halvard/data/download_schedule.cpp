@@ -2,9 +2,8 @@
 
 #include <cmath>
 
-#include "halvard/data/watch_list.h"
 #include "halvard/platform/date_text.h"
-#include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::data {
 namespace {
@@ -75,29 +74,6 @@ void ChooseDownloadLists(settings::Config& config, const std::vector<std::string
   std::string joined;
   for (const std::string& name : names) joined += (joined.empty() ? "" : ",") + name;
   config.downloadLists = joined;
-}
-
-bool AutoDownload(const std::vector<std::string>& listNames, bool skipExisting, double today,
-                  Downloader& downloader, settings::Config& config,
-                  const settings::MRegistry& store, platform::Progress& progress,
-                  const std::function<void(const std::string&)>& listDone) {
-  if (listNames.empty()) return false;
-  bool allDownloaded = true;
-  const int total = static_cast<int>(listNames.size());
-  for (int i = 0; i < total && !progress.Cancelled(); ++i) {
-    progress.Step(i, total, std::string(kAutoDownloadListText) + listNames[i]);
-    const auto path = WatchListPath(config.IncFilePath, listNames[i]);
-    allDownloaded &=
-        downloader.DownloadList(path, MonthsBefore(today, 12), today, skipExisting, progress);
-    if (listDone && !progress.Cancelled()) listDone(listNames[i]);
-  }
-  if (progress.Cancelled()) return allDownloaded;
-  config.downloadDate.serial = DayOf(today);
-  // Only this value is written: the command line's run-only overrides must not become
-  // the stored settings.
-  const settings::SettingText date = settings::GetSettingText(config, "Download", "Date");
-  store.SaveString(settings::kAppName, date.section, date.name, date.text);
-  return allDownloaded;
 }
 
 std::string DownloadDateLabel(const settings::DateValue& downloadDate) {

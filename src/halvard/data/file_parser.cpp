@@ -5,10 +5,11 @@
 
 #include "halvard/error.h"
 #include "halvard/platform/date_text.h"
+#include "halvard/platform/extremes.h"
+#include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
-#include "halvard/settings/config.h"
 
 namespace halvard::data {
 namespace {
@@ -174,7 +175,7 @@ PriceFileError::PriceFileError(const std::string& path, size_t line, const std::
       line_(line),
       problem_(problem) {}
 
-std::string GetSymbol(std::string_view path) {
+std::string SymbolOfPath(std::string_view path) {
   if (const size_t dot = path.rfind('.'); dot != std::string_view::npos) {
     path = path.substr(0, dot);
   }
@@ -186,7 +187,7 @@ std::string GetSymbol(std::string_view path) {
 
 bool LoadStockFile(PriceSeries& s, const std::string& path, const platform::FolderNames* names) {
   s.stockFilePath = path;
-  s.stockSymbol = GetSymbol(path);
+  s.stockSymbol = SymbolOfPath(path);
   const std::optional<std::string> text =
       names ? names->ReadFileIfExists(path) : platform::ReadFileIfExists(path);
   if (!text) {
@@ -245,9 +246,9 @@ void LoadStockText(PriceSeries& s, std::string_view text, const std::string& pat
 
 void ComputeSummaries(PriceSeries& s) {
   int at = 0;
-  s.highestHigh = GetMax<double>(s.barHigh, s.barCount, at);
-  s.lowestLow = GetMin<double>(s.barLow, s.barCount);
-  s.maxVolume = GetMax<int64_t>(s.barVolume, s.barCount, at);
+  s.highestHigh = platform::GetMax<double>(s.barHigh, s.barCount, at);
+  s.lowestLow = platform::GetMin<double>(s.barLow, s.barCount);
+  s.maxVolume = platform::GetMax<int64_t>(s.barVolume, s.barCount, at);
   s.newestDate = s.barDate[0];
   s.oldestDate = s.barDate[s.barCount - 1];
   ComputeAverageVolume(s);
@@ -260,12 +261,9 @@ void ComputeAverageVolume(PriceSeries& s) {
   s.averageVolume = static_cast<double>(sum) / 138;
 }
 
-bool LoadIndexFile(PriceSeries& s, const std::string& path, settings::Config& config) {
+bool LoadIndexFile(PriceSeries& s, const std::string& path) {
   const std::optional<std::string> text = platform::ReadFileIfExists(path);
-  if (!text) {
-    config.showRS = false;
-    return false;
-  }
+  if (!text) return false;
   s.rsAvailable = true;
   LoadIndexText(s, *text, path);
   return true;

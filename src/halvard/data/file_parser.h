@@ -4,22 +4,14 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "halvard/data/price_series.h"
 #include "halvard/error.h"
-#include "halvard/platform/files.h"
 #include "halvard/platform/folder_names.h"
 
-namespace halvard::settings {
-class Config;
-}
-
 namespace halvard::data {
-
-using platform::FileExists;
 
 // What the loader says of a price file or index file it refuses: the file, the line (0 when the
 // problem is the file as a whole) and the problem, so a checker can list them one a line.
@@ -36,7 +28,7 @@ class PriceFileError : public Error {
 
 // The symbol a path names: cut before the last ".", then keep what follows the last "/" or "\"
 // ("data/XYZ.txt" gives XYZ).
-std::string GetSymbol(std::string_view path);
+std::string SymbolOfPath(std::string_view path);
 
 // Loads one symbol's file into the series. Returns false, with barCount 0 and every other field
 // untouched, when the file does not exist. A file that does not parse is a halvard::Error
@@ -50,29 +42,6 @@ bool LoadStockFile(PriceSeries& series, const std::string& path,
 // checks before its answer may replace a file.
 void LoadStockText(PriceSeries& series, std::string_view text, const std::string& path);
 
-// The largest of the first count values and its index; on ties the newest day (lowest index).
-template <class T>
-T GetMax(std::span<const T> values, int count, int& index) {
-  T best = values[0];
-  index = 0;
-  for (int i = 1; i < count; ++i) {
-    if (values[i] > best) {
-      best = values[i];
-      index = i;
-    }
-  }
-  return best;
-}
-
-template <class T>
-T GetMin(std::span<const T> values, int count) {
-  T best = values[0];
-  for (int i = 1; i < count; ++i) {
-    if (values[i] < best) best = values[i];
-  }
-  return best;
-}
-
 // The summaries of the barCount bars loaded (at least one): highestHigh, lowestLow, maxVolume,
 // newestDate, oldestDate and averageVolume.
 void ComputeSummaries(PriceSeries& series);
@@ -85,10 +54,11 @@ inline constexpr std::string_view kIndexMissingTitle = "Error";
 inline constexpr std::string_view kIndexMissingMessage =
     "Unable to read ^IXIC.txt, Relative Strength Not Available";
 
-// Loads the closes of the index file into indexClose and sets rsAvailable. When the file is
-// missing it turns showRS off in the settings and returns false; the caller shows
-// kIndexMissingMessage. A line that does not parse is a halvard::Error as for LoadStockFile.
-bool LoadIndexFile(PriceSeries& series, const std::string& path, settings::Config& config);
+// Loads the closes of the index file into indexClose and sets rsAvailable. Returns false when
+// the file is missing: there is no RS line to show (runs::Session::LoadIndex turns it off) and
+// the caller shows kIndexMissingMessage. A line that does not parse is a halvard::Error as for
+// LoadStockFile.
+bool LoadIndexFile(PriceSeries& series, const std::string& path);
 
 // The same parse of an index file's text held in memory.
 void LoadIndexText(PriceSeries& series, std::string_view text, const std::string& path);

@@ -1,7 +1,6 @@
 #include "halvard/data/price_answer.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <nlohmann/json.hpp>
@@ -9,20 +8,14 @@
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::data {
 namespace {
 
-std::string_view SkipBlanks(std::string_view body) {
-  while (!body.empty() && std::isspace(static_cast<unsigned char>(body.front()))) {
-    body.remove_prefix(1);
-  }
-  return body;
-}
-
 // The start of a body on one line, for a log entry.
 std::string Quote(std::string_view body) {
-  return platform::QuoteForMessage(SkipBlanks(body));
+  return platform::QuoteForMessage(platform::TrimStart(body, platform::kWhiteSpace));
 }
 
 std::string TextOf(const nlohmann::json& value) {
@@ -32,7 +25,7 @@ std::string TextOf(const nlohmann::json& value) {
 // The message of a JSON error object ({"detail": ...}, {"error": ...}, {"chart": {"error": ...}}),
 // or empty when the body is no such object.
 std::string JsonErrorMessage(std::string_view body) {
-  if (!SkipBlanks(body).starts_with('{')) return "";
+  if (!platform::TrimStart(body, platform::kWhiteSpace).starts_with('{')) return "";
   const nlohmann::json json = nlohmann::json::parse(body, nullptr, false);
   if (!json.is_object()) return "";
   const nlohmann::json* holder = &json;
@@ -57,9 +50,9 @@ std::string JsonErrorMessage(std::string_view body) {
 }  // namespace
 
 bool IsHtml(std::string_view body) {
-  body = SkipBlanks(body);
+  body = platform::TrimStart(body, platform::kWhiteSpace);
   if (body.starts_with("\xEF\xBB\xBF")) body.remove_prefix(3);  // a UTF-8 byte order mark
-  return SkipBlanks(body).starts_with('<');
+  return platform::TrimStart(body, platform::kWhiteSpace).starts_with('<');
 }
 
 std::string BaseUrl(std::string_view host) {
@@ -83,7 +76,9 @@ std::string RefusalOf(const platform::HttpResponse& response, std::string_view e
     return "a JSON error object (" + status + "): " + platform::QuoteForMessage(message);
   }
   if (response.status < 200 || response.status > 299) {
-    const std::string said = SkipBlanks(response.body).empty() ? "" : ": " + Quote(response.body);
+    const std::string said = platform::TrimStart(response.body, platform::kWhiteSpace).empty()
+                                 ? ""
+                                 : ": " + Quote(response.body);
     return platform::StatusText(response.status) + said;
   }
   return "";

@@ -8,6 +8,7 @@
 #include "halvard/platform/files.h"
 #include "halvard/platform/folder_names.h"
 #include "halvard/platform/ordered_work.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::data {
 namespace fs = std::filesystem;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "halvard/platform/files.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::data {
 namespace fs = std::filesystem;
@@ -13,9 +13,7 @@ std::vector<std::string> ListPriceFiles(const fs::path& folder) {
   std::error_code ec;
   for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
     std::string name = it->path().filename().string();
-    const bool isTxt =
-        name.size() > 4 &&
-        platform::EqualsIgnoreCase(std::string_view(name).substr(name.size() - 4), ".txt");
+    const bool isTxt = name.size() > 4 && platform::EndsWithIgnoreCase(name, ".txt");
     if (isTxt && !it->is_directory(ec)) names.push_back(std::move(name));
   }
   const auto capitals = [](unsigned char c) { return std::toupper(c); };

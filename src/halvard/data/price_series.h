@@ -15,7 +15,7 @@ struct PriceSeries {
   static constexpr int kMaxIndexCloses = 31001;
 
   std::string stockFilePath;  // the path last given to the loader, even when missing
-  std::string stockSymbol;    // GetSymbol(stockFilePath)
+  std::string stockSymbol;    // SymbolOfPath(stockFilePath)
   int barCount = 0;
 
   std::array<double, kMaxBars> barDate{};  // days from 12/30/1899

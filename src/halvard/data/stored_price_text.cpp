@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <memory>
 
-#include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
 #include "halvard/platform/money_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::data {
 

@@ -8,6 +8,7 @@
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
 #include "halvard/platform/message_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::data {
 using platform::LineReader;
@@ -16,13 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 bool EndsWithInc(std::string_view name) {
-  return name.size() > 4 && platform::EqualsIgnoreCase(name.substr(name.size() - 4), ".inc");
-}
-
-std::string_view TrimBlanks(std::string_view s) {
-  while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
-  while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
-  return s;
+  return name.size() > 4 && platform::EndsWithIgnoreCase(name, ".inc");
 }
 
 }  // namespace
@@ -45,7 +40,7 @@ std::vector<std::string> ParseWatchList(std::string_view text, const fs::path& p
       std::erase(unquoted, '"');
       line = unquoted;
     }
-    line = TrimBlanks(line);
+    line = platform::Trim(line, " ");  // spaces only: a tab stays part of the line
     if (line.empty()) continue;
     if (names == Names::kSymbols) {
       if (const std::string problem = SymbolProblem(line); !problem.empty()) {
@@ -89,10 +84,6 @@ fs::path WatchListPath(const fs::path& folder, const std::string& name) {
   // A name with a folder in it is a path of its own, not a list of the watch-list folder.
   if (name.find('/') != std::string::npos) return file;
   return folder / file;
-}
-
-std::string XWeekHighListName(int weeks) {
-  return std::to_string(weeks) + "WeekHigh";
 }
 
 }  // namespace halvard::data

@@ -38,18 +38,4 @@ std::vector<std::string> ListWatchLists(const std::filesystem::path& folder);
 // it already); a NAME holding a "/" is taken as a path of its own.
 std::filesystem::path WatchListPath(const std::filesystem::path& folder, const std::string& name);
 
-// The list names the runs propose when saving their results.
-inline constexpr std::string_view kFiftyTwoWeekHighListName = "52WeekHigh";
-inline constexpr std::string_view kUnusualListName = "Unusual";
-inline constexpr std::string_view kCorvaneListName = "corvane";
-inline constexpr std::string_view kInABoxListName = "inbox";
-inline constexpr std::string_view kBuyListName = "buy";
-inline constexpr std::string_view kBelowStopLossListName = "belowstoploss";
-inline constexpr std::string_view kTopEPSRankListName = "TopEPSRank";
-inline constexpr std::string_view kTopRSRankListName = "TopRSRank";
-inline constexpr std::string_view kIncreasingEPSListName = "IncreasingEPS";
-inline constexpr std::string_view kIncreasingRSListName = "IncreasingRS";
-// The X-week-high scan: the number of weeks followed at once by "WeekHigh" (26WeekHigh).
-std::string XWeekHighListName(int weeks);
-
 }  // namespace halvard::data

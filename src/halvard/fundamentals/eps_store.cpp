@@ -12,6 +12,7 @@
 #include "halvard/platform/line_reader.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::fundamentals {
 namespace {

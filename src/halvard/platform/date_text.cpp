@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::platform {
 namespace {

@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "halvard/error.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::platform {
 namespace fs = std::filesystem;
@@ -99,7 +100,7 @@ bool IsOwnTemporaryName(std::string_view name) {
   }
   const std::string_view target = name.substr(1, name.size() - 8);
   for (const std::string_view kind : {".txt", ".inc", ".dat", ".ini", ".svg"}) {
-    if (target.size() > kind.size() && EqualsIgnoreCase(target.substr(target.size() - 4), kind)) {
+    if (target.size() > kind.size() && EndsWithIgnoreCase(target, kind)) {
       return true;
     }
   }
@@ -122,15 +123,6 @@ void RemoveStaleTemporaries(const fs::path& folder) {
 }
 
 }  // namespace
-
-bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i) {
-    const auto fold = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    if (fold(a[i]) != fold(b[i])) return false;
-  }
-  return true;
-}
 
 std::optional<fs::path> ResolvePath(const fs::path& path) {
   struct stat st;

@@ -46,6 +46,4 @@ void WriteFileAtomically(const std::filesystem::path& path, std::string_view con
 // take. A missing file, or one already private, is left alone.
 bool RestrictToOwner(const std::filesystem::path& path);
 
-bool EqualsIgnoreCase(std::string_view a, std::string_view b);
-
 }  // namespace halvard::platform

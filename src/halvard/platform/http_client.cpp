@@ -7,8 +7,8 @@
 #include <memory>
 #include <mutex>
 
-#include "halvard/platform/files.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::platform {
 namespace {

@@ -1,5 +1,7 @@
 #include "halvard/platform/number_text.h"
 
+#include "halvard/platform/text.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -24,12 +26,6 @@ std::string FormatRoundTrip(double value) {
   const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value);
   text.assign(buffer, ec == std::errc() ? end : buffer);
   if (const size_t e = text.find('e'); e != std::string::npos) text[e] = 'E';
-  return text;
-}
-
-std::string_view TrimSpaces(std::string_view text) {
-  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-  while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
   return text;
 }
 

@@ -24,6 +24,4 @@ std::optional<double> ParseDouble(std::string_view text);
 // A whole number; a fraction is rounded half to even (49650800.0 reads as 49650800, 2.5 as 2).
 std::optional<int64_t> ParseWholeNumber(std::string_view text);
 
-std::string_view TrimSpaces(std::string_view text);
-
 }  // namespace halvard::platform

@@ -10,6 +10,7 @@
 #include "halvard/platform/date_text.h"
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
+#include "halvard/runs/auto_download.h"
 #include "halvard/runs/daily_report_files.h"
 #include "halvard/runs/json_fields.h"
 #include "halvard/runs/live_json_value.h"
@@ -39,8 +40,7 @@ std::vector<std::string> FailureLines(std::string_view text) {
 // The prices just downloaded may include the index's: the RS lines of the reports use them.
 void ReloadIndexAfterDownload(Session& s) {
   try {
-    data::LoadIndexFile(s.view(), s.config.StockFilePath + "/" + std::string(data::kIndexFileName),
-                        s.config);
+    s.LoadIndex();
   } catch (const Error&) {
     // A download stores only files that load: this is an index changed by hand since the
     // start, which the next run over a list will name.
@@ -137,11 +137,10 @@ DailyResult RunDaily(Session& session, PriceDownloads& downloads, const DailyOpt
   std::vector<std::vector<std::string>> downloadFailures(options.lists.size());
   if (result.download == data::ScheduleVerdict::kDue) {
     size_t done = 0;
-    data::AutoDownload(options.lists, options.skipExisting, today, downloads.downloader(),
-                       session.config, session.store(), progress, [&](const std::string&) {
-                         downloadFailures[done++] =
-                             FailureLines(downloads.downloader().errorText());
-                       });
+    AutoDownload(options.lists, options.skipExisting, today, downloads.downloader(), session.config,
+                 session.store(), progress, [&](const std::string&) {
+                   downloadFailures[done++] = FailureLines(downloads.downloader().errorText());
+                 });
     if (progress.Cancelled()) {
       result.cancelled = true;
       return result;

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "halvard/platform/files.h"
+#include "halvard/platform/text.h"
 #include "halvard/runs/json_fields.h"
 
 namespace halvard::runs {

@@ -130,7 +130,7 @@ std::vector<std::string> ComputeRSRankCommand(Session& s, platform::Progress& pr
             averageOne(file, symbol);
           } else if (!loaded->found) {
             v.stockFilePath = loaded->path;
-            v.stockSymbol = data::GetSymbol(loaded->path);
+            v.stockSymbol = data::SymbolOfPath(loaded->path);
             v.barCount = 0;
           } else {
             loaded->series.Restore(loaded->path, v);

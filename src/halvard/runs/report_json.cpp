@@ -253,14 +253,4 @@ JsonDocument RankJson(const std::string& which, const std::vector<std::string>& 
   return out;
 }
 
-JsonDocument ScreenJson(const screener::ScreenResult& result) {
-  JsonDocument out;
-  out["symbols"] = Strings(result.symbols);
-  out["skipped"] = Strings(result.skipped);
-  out["notApplied"] = Strings(result.notApplied);
-  out["pages"] = result.pages;
-  out["pageCapReached"] = result.pageCapReached;
-  return out;
-}
-
 }  // namespace halvard::runs

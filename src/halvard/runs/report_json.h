@@ -14,7 +14,6 @@
 #include "halvard/runs/session.h"
 #include "halvard/runs/stock_info.h"
 #include "halvard/runs/walk_forward.h"
-#include "halvard/screener/screen_result.h"
 #include "halvard/settings/config.h"
 #include "halvard/settings/services.h"
 #include "halvard/tools/boolean_db.h"
@@ -58,7 +57,5 @@ JsonDocument SetOpsJson(const std::vector<tools::SetOpRecord>& records);
 
 // A rank run: which rank, and the files the RS rank skipped.
 JsonDocument RankJson(const std::string& which, const std::vector<std::string>& skipped);
-
-JsonDocument ScreenJson(const screener::ScreenResult& result);
 
 }  // namespace halvard::runs

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "halvard/data/watch_list.h"
 #include "halvard/error.h"
+#include "halvard/runs/scan_list_names.h"
 #include "halvard/runs/scans.h"
 
 namespace halvard::runs {
@@ -39,40 +39,40 @@ std::span<const ScanCommand> ScanCommands() {
   static const std::array<ScanCommand, 11> commands = {{
       {"52week", "52 Week High",
        [](Session& s, P& p) { return HighScan(s, p, 52, s.config.period52week); },
-       Named(data::kFiftyTwoWeekHighListName)},
+       Named(kFiftyTwoWeekHighListName)},
       {"xweek", "X High",
        [](Session& s, P& p) { return HighScan(s, p, s.config.periodXQuantity, kXWeekWithinDays); },
-       [](const Config& c) { return data::XWeekHighListName(c.periodXQuantity); }},
+       [](const Config& c) { return XWeekHighListName(c.periodXQuantity); }},
       {"unusual", "Unusual Volume",
        [](Session& s, P& p) { return UnusualVolumeScan(s, p, s.config.periodBoxScan); },
-       Named(data::kUnusualListName)},
+       Named(kUnusualListName)},
       {"corvane", "Corvanes",
        [](Session& s, P& p) { return CorvaneScan(s, p, s.config.periodBoxScan); },
-       Named(data::kCorvaneListName)},
+       Named(kCorvaneListName)},
       {"inbox", "In a Box", [](Session& s, P& p) { return InABoxScan(s, p); },
-       Named(data::kInABoxListName)},
+       Named(kInABoxListName)},
       {"buy", "Buy Signal Scan", [](Session& s, P& p) { return BuySignalScan(s, p); },
-       Named(data::kBuyListName)},
+       Named(kBuyListName)},
       {"belowstoploss", "Below Stop Loss", [](Session& s, P& p) { return BelowStopLossScan(s, p); },
-       Named(data::kBelowStopLossListName)},
+       Named(kBelowStopLossListName)},
       {"increasing-eps", "Increasing EPS Scan",
        OverDatabase([](StockDataStore& db, const Config& c) {
          if (db.LacksEstimates()) throw Error(kNeedsEstimates);
          return db.IncreasingEPSScan(c.EPSRankScanPercentage);
        }),
-       Named(data::kIncreasingEPSListName), false},
+       Named(kIncreasingEPSListName), false},
       {"increasing-rs", "Increasing RS Scan", OverDatabase([](StockDataStore& db, const Config& c) {
          return db.IncreasingRSScan(c.RSRankScanPercentage);
        }),
-       Named(data::kIncreasingRSListName), false},
+       Named(kIncreasingRSListName), false},
       {"eps-rank", "Top EPS Rank Scan", OverDatabase([](StockDataStore& db, const Config& c) {
          return db.EPSRankScan(c.EPSRankScanPercentage);
        }),
-       Named(data::kTopEPSRankListName), false},
+       Named(kTopEPSRankListName), false},
       {"rs-rank", "Top RS Rank Scan", OverDatabase([](StockDataStore& db, const Config& c) {
          return db.RSRankScan(c.RSRankScanPercentage);
        }),
-       Named(data::kTopRSRankListName), false},
+       Named(kTopRSRankListName), false},
   }};
   return commands;
 }

@@ -5,6 +5,7 @@
 
 #include "halvard/data/file_parser.h"
 #include "halvard/data/watch_list.h"
+#include "halvard/platform/extremes.h"
 #include "halvard/runs/stock_walk.h"
 
 namespace halvard::runs {
@@ -62,7 +63,7 @@ ScanSymbols HighScan(Session& s, platform::Progress& progress, int weeks, int wi
   }
   return Scan(s, progress, [&](const engine::StockView& v) {
     int index = 0;
-    data::GetMax<double>(v.barHigh, m, index);
+    platform::GetMax<double>(v.barHigh, m, index);
     return index <= withinDays;
   });
 }

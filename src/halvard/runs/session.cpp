@@ -19,8 +19,14 @@ bool Session::StartUp() {
   config.showRS = true;
   config.rsCheckEnabled = true;
   config.rsDayCurr = 10;
-  return data::LoadIndexFile(*view_, config.StockFilePath + "/" + std::string(data::kIndexFileName),
-                             config);
+  return LoadIndex();
+}
+
+bool Session::LoadIndex() {
+  const bool found =
+      data::LoadIndexFile(*view_, config.StockFilePath + "/" + std::string(data::kIndexFileName));
+  if (!found) config.showRS = false;
+  return found;
 }
 
 int Session::BacktestShown(bool signalMode) {

@@ -53,6 +53,10 @@ class Session {
   // the index file is missing (showRS is then off and the caller shows the message).
   bool StartUp();
 
+  // Loads the index file of the stock folder into the view. When it is missing there is no RS
+  // line to show: showRS is turned off and the answer is false.
+  bool LoadIndex();
+
   // The price file of a symbol: the stock files folder, "/", the symbol, ".txt". A symbol that
   // is no name (data::SymbolProblem) is a halvard::Error before any file is touched.
   std::string StockPath(const std::string& symbol) const;

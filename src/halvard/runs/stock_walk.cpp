@@ -202,7 +202,7 @@ void Take(Session& s, const StockWalk& walk, const WalkSetup& setup, Outcome& o)
   engine::StockView& v = s.view();
   if (!o.found) {
     v.stockFilePath = o.path;
-    v.stockSymbol = data::GetSymbol(o.path);
+    v.stockSymbol = data::SymbolOfPath(o.path);
     v.barCount = 0;
     walk.missing();
     return;

@@ -5,6 +5,7 @@
 
 #include "halvard/error.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::screener {
 namespace {

@@ -6,9 +6,8 @@
 #include "halvard/data/file_parser.h"
 #include "halvard/data/price_folder.h"
 #include "halvard/error.h"
-#include "halvard/platform/files.h"
-#include "halvard/platform/number_text.h"
 #include "halvard/platform/ordered_work.h"
+#include "halvard/platform/text.h"
 #include "halvard/screener/criteria_table.h"
 
 namespace halvard::screener {

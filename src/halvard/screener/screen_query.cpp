@@ -3,9 +3,9 @@
 #include <array>
 #include <cctype>
 
-#include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 #include "halvard/screener/criteria_table.h"
 
 namespace halvard::screener {

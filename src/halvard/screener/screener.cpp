@@ -3,7 +3,7 @@
 #include "halvard/data/watch_list.h"
 #include "halvard/error.h"
 #include "halvard/fundamentals/service_fetch.h"
-#include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 #include "halvard/runs/stock_walk.h"
 #include "halvard/screener/criteria_table.h"
 #include "halvard/screener/local_screen.h"

@@ -4,9 +4,9 @@
 
 #include "halvard/platform/app_paths.h"
 #include "halvard/platform/date_text.h"
-#include "halvard/platform/files.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 #include "halvard/settings/value_from_text.h"
 
 namespace halvard::settings {
@@ -182,6 +182,12 @@ SettingText GetSettingText(const Config& config, std::string_view section, std::
     if (EqualsIgnoreCase(s.section, section) && EqualsIgnoreCase(s.name, name)) return s;
   }
   throw UnknownSetting(section, name);
+}
+
+void WriteSetting(const Config& config, const MRegistry& store, std::string_view section,
+                  std::string_view name) {
+  const SettingText setting = GetSettingText(config, section, name);
+  store.SaveString(kAppName, setting.section, setting.name, setting.text);
 }
 
 SettingText SetSettingFromText(Config& config, std::string_view section, std::string_view name,

@@ -89,6 +89,12 @@ SettingText GetSettingText(const Config& config, std::string_view section, std::
 SettingText SetSettingFromText(Config& config, std::string_view section, std::string_view name,
                                std::string_view text);
 
+// Writes this one setting to the store as GetSettingText gives it, and no other: what a run
+// records of itself (the day of the last scheduled download) must not store the run-only
+// overrides of the other settings with it.
+void WriteSetting(const Config& config, const MRegistry& store, std::string_view section,
+                  std::string_view name);
+
 // Sets a value for this run only, as SetSettingFromText does: writing the settings keeps the
 // stored text unless the value is changed again in this run.
 void SetForThisRun(Config& config, std::string_view section, std::string_view name,

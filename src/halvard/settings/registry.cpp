@@ -8,7 +8,7 @@
 
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
-#include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::settings {
 namespace fs = std::filesystem;

@@ -9,6 +9,8 @@
 #include "halvard/platform/files.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
+#include "halvard/settings/value_from_text.h"
 
 namespace halvard::settings {
 namespace {
@@ -24,48 +26,30 @@ std::string FromText(std::string_view text, std::string& out) {
   return "";
 }
 
+template <class T>
+std::string Stored(Converted<T> converted, T& field) {
+  if (!converted.value) return converted.expected;
+  field = *converted.value;
+  return "";
+}
+
+auto NumberInto(double& field, NumberRange range) {
+  return
+      [&field, range](std::string_view text) { return Stored(NumberFromText(text, range), field); };
+}
+
+auto WholeInto(int& field, WholeRange range) {
+  return
+      [&field, range](std::string_view text) { return Stored(WholeFromText(text, range), field); };
+}
+
 // A request needs at least a second (a shorter time-out rounds to none at all) and gives up
 // within the hour; a pause between requests is at most an hour too.
-constexpr double kMinTimeoutSeconds = 1;
-constexpr double kMaxTimeoutSeconds = 3600;
-constexpr int64_t kMaxPauseMilliseconds = 3600000;
-
-std::string FromText(std::string_view text, double& out) {
-  const auto number = platform::ParseDouble(text);
-  if (!number || !(*number > 0) || !std::isfinite(*number)) return "a number of seconds above 0";
-  out = *number;
-  return "";
-}
-
-std::string TimeoutFromText(std::string_view text, double& out) {
-  const auto number = platform::ParseDouble(text);
-  if (!number || !(*number >= kMinTimeoutSeconds && *number <= kMaxTimeoutSeconds)) {
-    return "a number of seconds from 1 to 3600";
-  }
-  out = *number;
-  return "";
-}
-
-std::string FromText(std::string_view text, int& out) {
-  const auto number = platform::ParseWholeNumber(text);
-  if (!number || *number < 0 || *number > kMaxPauseMilliseconds) {
-    return "a whole number of milliseconds from 0 to 3600000";
-  }
-  out = static_cast<int>(*number);
-  return "";
-}
-
-// A whole number from low to high.
-auto WholeInto(int& field, int low, int high, const char* what) {
-  return [&field, low, high, what](std::string_view text) -> std::string {
-    const auto number = platform::ParseWholeNumber(text);
-    if (!number || *number < low || *number > high) {
-      return std::string(what) + " from " + std::to_string(low) + " to " + std::to_string(high);
-    }
-    field = static_cast<int>(*number);
-    return "";
-  };
-}
+const NumberRange kTimeoutSeconds{1, 3600, "seconds"};
+const NumberRange kWaitSeconds{0, std::nullopt, "seconds"};
+constexpr WholeRange kPauseMilliseconds{0, 3600000, "milliseconds"};
+constexpr WholeRange kRetries{0, 10};
+constexpr WholeRange kAnswerMegabytes{1, 4096, "megabytes"};
 
 // One provider or several separated by ",", each known and named once; stored in lower case
 // without blanks ("chart,tiingo").
@@ -146,7 +130,7 @@ std::string TextOf(int field) {
 // text into its field and returns why it could not; text() is the field as the file holds it.
 template <class Settings, class Visitor>
 void VisitServices(Settings& s, Visitor&& visit) {
-  const auto into = [](auto& field) {
+  const auto into = [](std::string& field) {
     return [&field](std::string_view text) { return FromText(text, field); };
   };
   const auto value = [](auto& field) { return [&field] { return TextOf(field); }; };
@@ -160,13 +144,15 @@ void VisitServices(Settings& s, Visitor&& visit) {
   visit("Chart Host", into(s.chartHost), value(s.chartHost));
   visit("Stooq Host", into(s.stooqHost), value(s.stooqHost));
   visit("Tiingo Host", into(s.tiingoHost), value(s.tiingoHost));
-  with("Timeout", s.timeoutSeconds, TimeoutFromText);
-  visit("Pause", into(s.pauseMilliseconds), value(s.pauseMilliseconds));
-  visit("Retries", WholeInto(s.retries, 0, 10, "a whole number"), value(s.retries));
-  visit("Retry Wait", into(s.retryWaitSeconds), value(s.retryWaitSeconds));
-  visit("Retry Wait Limit", into(s.retryWaitLimitSeconds), value(s.retryWaitLimitSeconds));
-  visit("Retry Total Wait", into(s.retryTotalWaitSeconds), value(s.retryTotalWaitSeconds));
-  visit("Answer Limit", WholeInto(s.answerLimitMegabytes, 1, 4096, "a whole number of megabytes"),
+  visit("Timeout", NumberInto(s.timeoutSeconds, kTimeoutSeconds), value(s.timeoutSeconds));
+  visit("Pause", WholeInto(s.pauseMilliseconds, kPauseMilliseconds), value(s.pauseMilliseconds));
+  visit("Retries", WholeInto(s.retries, kRetries), value(s.retries));
+  visit("Retry Wait", NumberInto(s.retryWaitSeconds, kWaitSeconds), value(s.retryWaitSeconds));
+  visit("Retry Wait Limit", NumberInto(s.retryWaitLimitSeconds, kWaitSeconds),
+        value(s.retryWaitLimitSeconds));
+  visit("Retry Total Wait", NumberInto(s.retryTotalWaitSeconds, kWaitSeconds),
+        value(s.retryTotalWaitSeconds));
+  visit("Answer Limit", WholeInto(s.answerLimitMegabytes, kAnswerMegabytes),
         value(s.answerLimitMegabytes));
   visit("Tiingo Token", into(s.tiingoToken), value(s.tiingoToken));
   visit("Stooq Key", into(s.stooqKey), value(s.stooqKey));

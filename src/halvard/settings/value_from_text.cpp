@@ -3,24 +3,51 @@
 #include <cmath>
 
 #include "halvard/platform/date_text.h"
-#include "halvard/platform/files.h"
 #include "halvard/platform/message_text.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::settings {
+
+namespace {
+
+// "a whole number" or "a number", then " of " and the unit when there is one.
+std::string NumberOf(std::string_view kind, std::string_view unit) {
+  std::string text(kind);
+  if (!unit.empty()) text.append(" of ").append(unit);
+  return text;
+}
+
+}  // namespace
 
 Converted<int> WholeFromNumber(double value, WholeRange range) {
   const double rounded = std::nearbyint(value);  // half to even
   if (!(rounded >= range.least && rounded <= range.most)) {
-    return {std::nullopt, "a whole number from " + std::to_string(range.least) + " to " +
-                              std::to_string(range.most)};
+    return {std::nullopt, NumberOf("a whole number", range.unit) + " from " +
+                              std::to_string(range.least) + " to " + std::to_string(range.most)};
   }
   return {static_cast<int>(rounded), {}};
 }
 
-Converted<int16_t> ShortFromText(std::string_view text) {
+Converted<int> WholeFromText(std::string_view text, WholeRange range) {
+  return WholeFromNumber(platform::ParseDouble(text).value_or(NAN), range);
+}
+
+Converted<double> NumberFromText(std::string_view text, const NumberRange& range) {
   const auto number = platform::ParseDouble(text);
-  Converted<int> whole = WholeFromNumber(number.value_or(NAN));
+  if (!range.most) {
+    if (number && std::isfinite(*number) && *number > range.least) return {number, {}};
+    return {std::nullopt,
+            NumberOf("a number", range.unit) + " above " + platform::FormatGeneral(range.least)};
+  }
+  if (number && *number >= range.least && *number <= *range.most) return {number, {}};
+  return {std::nullopt, NumberOf("a number", range.unit) + " from " +
+                            platform::FormatGeneral(range.least) + " to " +
+                            platform::FormatGeneral(*range.most)};
+}
+
+Converted<int16_t> ShortFromText(std::string_view text) {
+  Converted<int> whole = WholeFromText(text, {});
   if (!whole.value) return {std::nullopt, std::move(whole.expected)};
   return {static_cast<int16_t>(*whole.value), {}};
 }

@@ -21,10 +21,20 @@ struct Converted {
   std::string expected;
 };
 
-// The whole numbers a caller takes: a 16-bit setting unless it says otherwise.
+// The whole numbers a caller takes: a 16-bit setting unless it says otherwise. A unit, when
+// given, is named in what is expected ("a whole number of megabytes from 1 to 4096").
 struct WholeRange {
   int least = -32768;
   int most = 32767;
+  std::string_view unit = {};
+};
+
+// The finite numbers a caller takes, of a unit: from least to most, both included ("a number of
+// seconds from 1 to 3600"), or without a most, any above least ("a number of seconds above 0").
+struct NumberRange {
+  double least = 0;
+  std::optional<double> most;
+  std::string_view unit;
 };
 
 // Whether "inf" and "nan" count as numbers. The settings file refuses them: they would come back
@@ -35,6 +45,9 @@ enum class NonFinite { kRefused, kAccepted };
 Converted<int16_t> ShortFromText(std::string_view text);
 // A number already read, as a whole number of the range (rounded half to even).
 Converted<int> WholeFromNumber(double value, WholeRange range = {});
+// A text, as a whole number of the range (rounded half to even).
+Converted<int> WholeFromText(std::string_view text, WholeRange range);
+Converted<double> NumberFromText(std::string_view text, const NumberRange& range);
 Converted<double> DoubleFromText(std::string_view text, NonFinite nonFinite);
 // "True" or "False" in any case, or a number: any but 0 is true (so "10" reads as true).
 Converted<bool> BooleanFromText(std::string_view text);

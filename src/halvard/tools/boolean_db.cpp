@@ -6,6 +6,7 @@
 #include "halvard/platform/files.h"
 #include "halvard/platform/line_reader.h"
 #include "halvard/platform/message_text.h"
+#include "halvard/platform/text.h"
 #include "halvard/tools/set_ops.h"
 
 namespace halvard::tools {
