@@ -71,6 +71,15 @@ def tables(name, commands, entry):
     return names, options
 
 
+def word_walk(valued, first, end, word):
+    """The opening of the loop both shells run over the words typed before the cursor: the
+    options that take a value, and the step over such an option's value."""
+    return [f"  local valued=' {' '.join(sorted(valued))} '",
+            f"  for ((i = {first}; i < {end}; i++)); do",
+            f"    word={word}",
+            "    if [[ $valued == *\" $word \"* ]]; then ((i++)); continue; fi"]
+
+
 def bash(name, commands, valued):
     fn = "_" + re.sub(r"\W", "_", name)
     lines = [f"# bash completion for {name}, made from its --help", f"{fn}() {{",
@@ -79,12 +88,8 @@ def bash(name, commands, valued):
              "  local -A names=("]
     names, options = tables(name, commands, lambda k, v: f"    [{k!r}]={v!r}")
     lines += names + ["  )", "  local -A options=("] + options
-    lines += ["  )",
-              f"  local valued=' {' '.join(sorted(valued))} '",
-              "  for ((i = 1; i < COMP_CWORD; i++)); do",
-              "    word=${COMP_WORDS[i]}",
-              "    if [[ $valued == *\" $word \"* ]]; then ((i++)); continue; fi",
-              "    if [[ -n ${names[$cmd $word]+x} ]]; then",
+    lines += ["  )"] + word_walk(valued, "1", "COMP_CWORD", "${COMP_WORDS[i]}")
+    lines += ["    if [[ -n ${names[$cmd $word]+x} ]]; then",
               "      cmd=\"$cmd $word\"",
               "    fi",
               "  done",
@@ -110,12 +115,8 @@ def zsh(name, commands, valued):
              "  names=("]
     names, options = tables(name, commands, lambda k, v: f"    {k!r} {v!r}")
     lines += names + ["  )", "  options=("] + options
-    lines += ["  )",
-              f"  local valued=' {' '.join(sorted(valued))} '",
-              "  for ((i = 2; i < CURRENT; i++)); do",
-              "    word=${words[i]}",
-              "    if [[ $valued == *\" $word \"* ]]; then ((i++)); continue; fi",
-              "    if (( ${+names[$cmd $word]} )); then cmd=\"$cmd $word\"; fi",
+    lines += ["  )"] + word_walk(valued, "2", "CURRENT", "${words[i]}")
+    lines += ["    if (( ${+names[$cmd $word]} )); then cmd=\"$cmd $word\"; fi",
               "  done",
               "  if [[ $valued == *\" ${words[CURRENT-1]} \"* ]]; then",
               "    _files",

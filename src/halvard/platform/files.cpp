@@ -148,7 +148,7 @@ std::string ReadWholeFile(const fs::path& path) {
   return ReadOpenFile(path, fd);
 }
 
-std::optional<std::string> ReadFileIfPresent(const fs::path& path) {
+std::optional<std::string> ReadFileAsSpelled(const fs::path& path) {
   // Opening first costs one system call for the usual case of a file that is there.
   Descriptor fd(OpenForReading(path));
   if (fd.get() >= 0) return ReadOpenFile(path, fd);
@@ -157,7 +157,7 @@ std::optional<std::string> ReadFileIfPresent(const fs::path& path) {
 }
 
 std::optional<std::string> ReadFileIfExists(const fs::path& path) {
-  if (auto text = ReadFileIfPresent(path)) return text;
+  if (auto text = ReadFileAsSpelled(path)) return text;
   const auto resolved = ResolvePath(path);
   if (!resolved) return std::nullopt;
   return ReadWholeFile(*resolved);

@@ -29,7 +29,7 @@ std::optional<std::string> ReadFileIfExists(const std::filesystem::path& path);
 
 // The same under the path's own spelling only: nothing when there is no such name, without
 // looking for another case (platform::FolderNames does that for a whole run).
-std::optional<std::string> ReadFileIfPresent(const std::filesystem::path& path);
+std::optional<std::string> ReadFileAsSpelled(const std::filesystem::path& path);
 
 // Writes the content to a temporary file in the same folder (".NAME.XXXXXX") and renames it
 // over the target, so a failed write never leaves a truncated file where a good one stood; the

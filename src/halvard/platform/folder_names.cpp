@@ -38,7 +38,7 @@ std::optional<fs::path> FolderNames::Find(const std::string& name) const {
 std::optional<std::string> FolderNames::ReadFileIfExists(const fs::path& path) const {
   const fs::path parent = path.has_parent_path() ? path.parent_path() : fs::path(".");
   if (Normal(parent) != folder_) return platform::ReadFileIfExists(path);
-  if (auto text = ReadFileIfPresent(path)) return text;
+  if (auto text = ReadFileAsSpelled(path)) return text;
   const auto found = Find(path.filename().string());
   if (!found) return std::nullopt;
   return ReadWholeFile(path.parent_path() / found->filename());
