@@ -12,6 +12,7 @@
 #include "halvard/fundamentals/stock_data_store.h"
 #include "halvard/platform/line_reader.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/platform/text.h"
 
 namespace halvard::fundamentals {
 namespace {
@@ -45,8 +46,7 @@ std::optional<std::string> Between(std::string_view text, std::string_view open,
 }
 
 std::optional<double> Number(std::string_view field) {
-  while (!field.empty() && (field.back() == '\r' || field.back() == '\n')) field.remove_suffix(1);
-  return platform::ParseDouble(field);
+  return platform::ParseDouble(platform::TrimEnd(field, "\r\n"));
 }
 
 }  // namespace

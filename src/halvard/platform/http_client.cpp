@@ -61,8 +61,7 @@ bool IsTransient(CURLcode code) {
 // Keeps the Retry-After value of the last answer (a redirect's headers come first).
 size_t ReadHeader(char* data, size_t size, size_t count, void* target) {
   auto& retryAfter = *static_cast<std::optional<long>*>(target);
-  std::string_view line(data, size * count);
-  while (!line.empty() && (line.back() == '\r' || line.back() == '\n')) line.remove_suffix(1);
+  const std::string_view line = TrimEnd(std::string_view(data, size * count), "\r\n");
   if (line.starts_with("HTTP/")) retryAfter.reset();
   const size_t colon = line.find(':');
   if (colon != std::string_view::npos) {
