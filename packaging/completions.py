@@ -80,6 +80,15 @@ def word_walk(valued, first, end, word):
             "    if [[ $valued == *\" $word \"* ]]; then ((i++)); continue; fi"]
 
 
+def offers(previous, typed, files, options, names):
+    """What both shells offer at the cursor: files after an option that takes a value, the
+    command's options for a word that starts with "-", otherwise what may follow the command."""
+    return [f"  if [[ $valued == *\" {previous} \"* ]]; then", f"    {files}",
+            f"  elif [[ {typed} == -* ]]; then", f"    {options}",
+            "  else", f"    {names}",
+            "  fi"]
+
+
 def bash(name, commands, valued):
     fn = "_" + re.sub(r"\W", "_", name)
     lines = [f"# bash completion for {name}, made from its --help", f"{fn}() {{",
@@ -92,15 +101,11 @@ def bash(name, commands, valued):
     lines += ["    if [[ -n ${names[$cmd $word]+x} ]]; then",
               "      cmd=\"$cmd $word\"",
               "    fi",
-              "  done",
-              "  if [[ $valued == *\" $prev \"* ]]; then",
-              "    COMPREPLY=($(compgen -f -- \"$cur\"))",
-              "  elif [[ $cur == -* ]]; then",
-              "    COMPREPLY=($(compgen -W \"${options[$cmd]}\" -- \"$cur\"))",
-              "  else",
-              "    COMPREPLY=($(compgen -W \"${names[$cmd]}\" -- \"$cur\"))",
-              "  fi",
-              "}",
+              "  done"]
+    lines += offers("$prev", "$cur", "COMPREPLY=($(compgen -f -- \"$cur\"))",
+                    "COMPREPLY=($(compgen -W \"${options[$cmd]}\" -- \"$cur\"))",
+                    "COMPREPLY=($(compgen -W \"${names[$cmd]}\" -- \"$cur\"))")
+    lines += ["}",
               f"complete -o default -F {fn} {name}",
               ""]
     return "\n".join(lines)
@@ -117,15 +122,10 @@ def zsh(name, commands, valued):
     lines += names + ["  )", "  options=("] + options
     lines += ["  )"] + word_walk(valued, "2", "CURRENT", "${words[i]}")
     lines += ["    if (( ${+names[$cmd $word]} )); then cmd=\"$cmd $word\"; fi",
-              "  done",
-              "  if [[ $valued == *\" ${words[CURRENT-1]} \"* ]]; then",
-              "    _files",
-              "  elif [[ $PREFIX == -* ]]; then",
-              "    compadd -- ${=options[$cmd]}",
-              "  else",
-              "    compadd -- ${=names[$cmd]} || _files",
-              "  fi",
-              "}",
+              "  done"]
+    lines += offers("${words[CURRENT-1]}", "$PREFIX", "_files", "compadd -- ${=options[$cmd]}",
+                    "compadd -- ${=names[$cmd]} || _files")
+    lines += ["}",
               "",
               f"{fn} \"$@\"",
               ""]
