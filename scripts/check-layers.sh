@@ -13,7 +13,7 @@ while IFS= read -r entry; do
   [[ $entry =~ ^[[:space:]]*$ ]] && continue
   folder=${entry%%:*}
   folder=${folder//[[:space:]]/}
-  below=(${entry#*:})
+  read -r -a below <<<"${entry#*:}"
   # A floor below must have its own line above this one: the floors can never form a loop.
   for floor in "${below[@]}"; do
     if [[ -z ${may[$floor]+set} ]]; then
