@@ -32,8 +32,9 @@ TEST(NumberText, ParsesDecimalNumbersAndNothingElse) {
   EXPECT_EQ(ParseDouble("+3"), 3);
   EXPECT_EQ(ParseDouble(".5"), 0.5);
   EXPECT_EQ(ParseDouble("-1e3"), -1000);
-  for (const char* bad : {"", " ", "12a", "1,5", "abc", "--1", "+"}) {
+  for (const char* bad : {"", " ", "12a", "1,5", "abc", "--1", "+", "++5", "+-5", "+ 5", "-+5"}) {
     EXPECT_FALSE(ParseDouble(bad).has_value()) << bad;
+    EXPECT_FALSE(ParseWholeNumber(bad).has_value()) << bad;
   }
 }
 
@@ -63,6 +64,8 @@ TEST(NumberText, WholeNumbersRoundFractionsHalfToEven) {
   EXPECT_EQ(ParseWholeNumber("2.5"), 2);
   EXPECT_EQ(ParseWholeNumber("3.5"), 4);
   EXPECT_EQ(ParseWholeNumber("-2.5"), -2);
+  EXPECT_EQ(ParseWholeNumber(" +7 "), 7);
+  EXPECT_EQ(ParseWholeNumber("+7.5"), 8);
   EXPECT_EQ(ParseWholeNumber("4026560000"), INT64_C(4026560000));  // beyond 32 bits
   EXPECT_FALSE(ParseWholeNumber("1e30").has_value());
   EXPECT_FALSE(ParseWholeNumber("12x").has_value());

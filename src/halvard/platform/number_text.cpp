@@ -58,26 +58,35 @@ std::optional<double> ParseShortDecimal(std::string_view text) {
   return text[0] == '-' ? -value : value;
 }
 
+// The text without spaces around it and without a leading '+'; nothing when a second sign
+// follows ("++5", "+-5"), which no number is written with.
+std::optional<std::string_view> WithoutPlus(std::string_view text) {
+  text = TrimSpaces(text);
+  if (text.empty() || text.front() != '+') return text;
+  text.remove_prefix(1);
+  if (!text.empty() && (text.front() == '+' || text.front() == '-')) return {};
+  return text;
+}
+
 }  // namespace
 
-std::optional<double> ParseDouble(std::string_view text) {
-  text = TrimSpaces(text);
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-  if (text.empty()) return {};
-  if (const auto quick = ParseShortDecimal(text)) return quick;
+std::optional<double> ParseDouble(std::string_view written) {
+  const auto text = WithoutPlus(written);
+  if (!text || text->empty()) return {};
+  if (const auto quick = ParseShortDecimal(*text)) return quick;
   double value = 0;
-  const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (ec != std::errc() || end != text.data() + text.size()) return {};
+  const auto [end, ec] = std::from_chars(text->data(), text->data() + text->size(), value);
+  if (ec != std::errc() || end != text->data() + text->size()) return {};
   return value;
 }
 
-std::optional<int64_t> ParseWholeNumber(std::string_view text) {
-  text = TrimSpaces(text);
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+std::optional<int64_t> ParseWholeNumber(std::string_view written) {
+  const auto text = WithoutPlus(written);
+  if (!text) return {};
   int64_t whole = 0;
-  const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), whole);
-  if (ec == std::errc() && end == text.data() + text.size()) return whole;
-  const auto value = ParseDouble(text);
+  const auto [end, ec] = std::from_chars(text->data(), text->data() + text->size(), whole);
+  if (ec == std::errc() && end == text->data() + text->size()) return whole;
+  const auto value = ParseDouble(written);
   // 2^63 is the first double beyond the range; nearbyint rounds half to even by default.
   if (!value || !std::isfinite(*value) || std::fabs(*value) >= 9223372036854775808.0) return {};
   return static_cast<int64_t>(std::nearbyint(*value));
