@@ -182,7 +182,7 @@ void OptionsDialog::AddServicesPage(
     settings::ServiceSettings current,
     std::function<void(const std::vector<settings::ServiceText>&)> save) {
   services_ = new ServicesPage(std::move(current), std::move(save), tbsOptions_);
-  tbsOptions_->addTab(services_, QStringLiteral("Services"));
+  tbsOptions_->addTab(services_, QStringLiteral("Se&rvices"));
   tbsOptions_->setTabToolTip(tbsOptions_->count() - 1,
                              QStringLiteral("Where prices and company data come from"));
 }

@@ -185,7 +185,7 @@ class OptionsDialogTest : public QObject {
       stored = changed;
       ++storeCalls;
     });
-    QCOMPARE(d->tabs()->tabText(d->tabs()->count() - 1), QStringLiteral("Services"));
+    QCOMPARE(d->tabs()->tabText(d->tabs()->count() - 1), QStringLiteral("Se&rvices"));
     auto* token = Control<QLineEdit>(*d, "Services/Tiingo Token");
     QCOMPARE(token->text(), QStringLiteral("secret"));
     QVERIFY(token->echoMode() != QLineEdit::Normal);  // a key is not shown over a shoulder
