@@ -470,6 +470,35 @@ check "screen: a failing page is an error naming it" \
   "halvard: error: screener page 1 (http://127.0.0.1:$port/screen?price=5..&page=1): HTTP status 404" "$err"
 kill "$server"
 
+# Threads: each run over a list prints, says, saves and ends the same with one job or three, on
+# a copy of the samples with a symbol that has no price file and one whose file does not load.
+mkdir -p "$scratch/jobs/lists"
+cp -r "$samples/data" "$scratch/jobs/"
+cp "$data/prices/BROKEN.txt" "$scratch/jobs/data/"
+{ cat "$samples/watchlists/sample.inc"; printf 'NOPE\r\n'; } >"$scratch/jobs/lists/sample.inc"
+{ cat "$samples/watchlists/sample.inc"; printf 'BROKEN\r\n'; } >"$scratch/jobs/lists/broken.inc"
+jobsrun=(--config "$scratch/jobs.ini" --stock-dir "$scratch/jobs/data" --list-dir "$scratch/jobs/lists")
+# same_with_jobs ARGS...: runs halvard ARGS with --jobs 1 and with --jobs 3 and compares what the
+# two printed, said, saved (the report of live and batch) and their exit status.
+same_with_jobs() {
+  local report="$scratch/jobs/report.txt" seen=() save=()
+  case $1 in live | batch) save=(--save-results "$report") ;; esac
+  for jobs in 1 3; do
+    rm -f "$report"
+    run "${jobsrun[@]}" "$@" "${save[@]}" --jobs "$jobs"
+    seen+=("$rc $out $err $(cat "$report" 2>/dev/null)")
+  done
+  check "$* with 1 or 3 jobs" "${seen[0]}" "${seen[1]}"
+}
+same_with_jobs live --list sample --corvane --pyramiding --rs --stoploss 1,2,0.5
+same_with_jobs batch --list sample --stoploss 0.5,1.5,0.5 --rs-days 5,10,5
+same_with_jobs batch --list sample --separate --stoploss 0.5,1.5,0.5 --rs-days 5,10,5
+same_with_jobs live --list broken
+for kind in buy unusual corvane 52week; do same_with_jobs scan "$kind" --list sample; done
+same_with_jobs scan buy --list broken
+same_with_jobs check
+same_with_jobs screen --local --price-min 10
+
 # Manners: the version, argument errors, output that cannot be written.
 run --version
 check "--version names the program and the version" "halvard 0.1.0" "$(head -n 1 <<<"$out")"
