@@ -9,12 +9,12 @@
 namespace halvard::engine {
 
 BackTester::BackTester(StockView& view, platform::TextSink& log, platform::TextSink& results)
-    : v_(view), log_(log), results_(&results) {}
+    : v_(view), log_(&log), results_(&results) {}
 
 void BackTester::AppendLog(std::string_view text) {
   if (!logKept_) return;
-  log_.Append(text);
-  log_.Append("\r\n");
+  log_->Append(text);
+  log_->Append("\r\n");
 }
 
 std::string BackTester::Date(int day) const {
@@ -36,7 +36,7 @@ int BackTester::Backtest(const TradingSettings& settings, const BacktestOptions&
   fills.clear();
   unusualVolumeSearched = false;
 
-  const auto& [partOfListRun, signalMode, tryCorvanes, tryBoxes, rsEnabled] = options;
+  const auto& [partOfListRun, signalMode, tryCorvanes, tryBoxes, rsEnabled, rowLater] = options;
   if (!partOfListRun) {
     AppendLog(settings.buyMode == 1 ? "Buy Mode = BoxTops" : "Buy Mode = Bounce");
   }
@@ -49,7 +49,7 @@ int BackTester::Backtest(const TradingSettings& settings, const BacktestOptions&
     code = settings.useUnusualVolume ? 1 : 3;
   }
   resultCode = code;
-  if (partOfListRun && !signalMode) WriteResultRow(code);
+  if (partOfListRun && !signalMode && !rowLater) WriteResultRow(code);
   return code;
 }
 
@@ -156,10 +156,20 @@ std::string BackTester::ResultStatus() const {
   return "No Trades";
 }
 
+std::string BackTester::ResultRow(int code) const {
+  std::string row = v_.stockSymbol;
+  row += code == 2 ? "\tCorvane\t\t" : "\tPyramiding Boxes\t";
+  row += std::to_string(tradeCount);
+  row += '\t';
+  row += platform::FormatMoney(totalProfit);
+  row += "$\t\t";
+  row += ResultStatus();
+  row += "\t\r\n";
+  return row;
+}
+
 void BackTester::WriteResultRow(int code) {
-  results_->Append(v_.stockSymbol + "\t" + (code == 2 ? "Corvane\t\t" : "Pyramiding Boxes\t") +
-                   std::to_string(tradeCount) + "\t" + platform::FormatMoney(totalProfit) +
-                   "$\t\t" + ResultStatus() + "\t\r\n");
+  results_->Append(ResultRow(code));
   AddToTotals();
 }
 

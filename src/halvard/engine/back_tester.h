@@ -24,6 +24,9 @@ struct BacktestOptions {
   bool tryCorvanes = false;    // trade from the first box after the first corvane
   bool tryBoxes = false;       // when no corvane traded: the pyramiding boxes
   bool rsEnabled = false;      // buy only while the RS line rises
+  // A list run's result row is made and written later by the caller (ResultRow, AddToTotals):
+  // the engine neither writes it nor adds to the totals.
+  bool rowWrittenLater = false;
 };
 
 // A buy or a sale of the trade log ("Bought 347 at 28.82 on 1/3/2017").
@@ -46,6 +49,9 @@ class BackTester {
   // Result rows go to another pane from now on (the batch report writes its table this way).
   void SetResults(platform::TextSink& results) { results_ = &results; }
   platform::TextSink& results() const { return *results_; }
+  // The log goes elsewhere from now on (a backtest whose log is written later keeps it apart).
+  void SetLog(platform::TextSink& log) { log_ = &log; }
+  platform::TextSink& log() const { return *log_; }
 
   // A run whose log nobody reads says so: the engine then neither formats nor keeps it.
   void KeepLog(bool keep) { logKept_ = keep; }
@@ -84,6 +90,9 @@ class BackTester {
 
   // A line of the log, when it is kept.
   void AppendLog(std::string_view text);
+  // The last backtest's result row (with its CR LF), for result code `code`.
+  std::string ResultRow(int code) const;
+  // The row written to the results and added to the totals.
   void WriteResultRow(int code);
   // The result row's status of the last backtest: "Open" (shares held), "Burnt" (a second exit
   // at a loss), "Completed" or "No Trades".
@@ -150,7 +159,7 @@ class BackTester {
   std::array<int16_t, kUnusualVolumeDays + 1> remembered_{};  // by fromDay; -1 not searched
 
   StockView& v_;
-  platform::TextSink& log_;
+  platform::TextSink* log_;
   platform::TextSink* results_;
   bool logKept_ = true;
 };

@@ -37,8 +37,13 @@ ListReport::PassPlan ListReport::PlanPasses(std::vector<engine::TradingSettings>
   plan_ = std::move(passes);
   walked_ = 0;
   groupStart_ = groupEnd_ = 0;
-  grouped_ = !s_.tester().keepsLog() && s_.config.enableGraphUpdate;
+  grouped_ = s_.config.enableGraphUpdate;
   return PassPlan(*this);
+}
+
+size_t ListReport::GroupSize(size_t n) const {
+  if (!s_.tester().keepsLog() || n == 0) return groupPasses_;
+  return std::min(groupPasses_, 1 + kLoggedOutcomes / n);
 }
 
 std::vector<engine::TradingSettings> ListReport::PassesAt(const engine::TradingSettings& base,
@@ -88,7 +93,7 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
 
   // The first pass of a group: the walk records every stock with the group's other outcomes.
   groupStart_ = pass;
-  groupEnd_ = std::min(pass + kGroupPasses, plan_.size());
+  groupEnd_ = std::min(pass + GroupSize(static_cast<size_t>(n)), plan_.size());
   records_.resize(static_cast<size_t>(n));
   walk.also.assign(plan_.begin() + static_cast<ptrdiff_t>(pass) + 1,
                    plan_.begin() + static_cast<ptrdiff_t>(groupEnd_));
@@ -113,7 +118,7 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
     keep(true);
     tested();
   };
-  walk.alsoTested = [&](std::vector<PassOutcome>& outcomes) { record->also.swap(outcomes); };
+  walk.alsoTested = [&](AlsoOutcomes& outcomes) { std::swap(record->also, outcomes); };
   const bool finished = WalkStocks(s_, walk);
   // A pass starts from what the one before it left in the view: when the first stock that loads
   // does not cover what the engine reads, the later passes may see it otherwise than this one.
@@ -147,16 +152,20 @@ bool ListReport::Replay(size_t k, const StockWalk& walk) {
     }
     v.barCount = r.barCount;
     v.newestDate = r.newestDate;
-    const PassOutcome& o = r.also[k];
+    const PassOutcome& o = r.also.passes[k];
+    s_.log().Append(r.also.Log(k));
     if (o.unusualVolumeFound) tester.unusualVolumeFound = true;
     tester.unusualVolumeSearched = o.unusualVolumeSearched;
     if (o.unusualVolumeSearched) engine::KeepSearchPercentage(s_.config);
+    tester.SetRunState(o.state);
     if (o.error) {
       RestoreView(i);
       std::rethrow_exception(o.error);
     }
-    tester.SetRunState(o.state);
-    if (rows) tester.WriteResultRow(o.state.resultCode);
+    if (rows) {
+      tester.results().Append(r.also.Row(k));
+      tester.AddToTotals();
+    }
     walk.loaded();
   }
   return true;

@@ -3,6 +3,7 @@
 // after run (as the window's text does until it is closed), and the walk over the session's
 // list that loads each stock, reports a missing file and computes the boxes.
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>
@@ -45,8 +46,13 @@ class ListReport {
 
   // The passes of a sweep one walk of the list backtests (see PlanPasses): enough that a stock's
   // load and boxes are shared by many backtests, few enough that the outcomes held stay small
-  // (a hundred bytes a stock and pass) and a cancel in the walk throws little away.
+  // (a hundred and fifty bytes a stock and pass) and a cancel in the walk throws little away.
   static constexpr size_t kGroupPasses = 50;
+  // When the engine keeps its log, each outcome held keeps its log too (about 500 bytes): a
+  // group then holds at most this many outcomes (some 50 MB), so a big list has smaller groups.
+  static constexpr size_t kLoggedOutcomes = 100'000;
+  // At most `passes` a group from now on (1: every pass walks the list itself).
+  void GroupPasses(size_t passes) { groupPasses_ = std::max<size_t>(passes, 1); }
 
  protected:
   ListReport(Session& session, platform::Progress& progress);
@@ -63,12 +69,12 @@ class ListReport {
     ListReport& report_;
   };
   // A sweep announces its passes, in the order ForEachStock walks them with a backtest. When the
-  // engine keeps no log and the boxes are drawn, the passes then go in groups of kGroupPasses:
-  // the first of a group walks the list (on every thread) and backtests each stock with the
-  // group's other passes too; those passes are then walked from the outcomes kept, stock by
-  // stock with the same progress, rows and state. That holds only when no stock's outcome hangs
-  // on what a pass before it left in the view: when the first stock that loads has a history
-  // shorter than what the engine reads, every pass walks the list itself.
+  // boxes are drawn, the passes then go in groups (see GroupSize): the first of a group walks
+  // the list (on every thread) and backtests each stock with the group's other passes too, each
+  // keeping its result row and log; those passes are then walked from the outcomes kept, stock
+  // by stock with the same progress, rows, log and state. That holds only when no stock's
+  // outcome hangs on what a pass before it left in the view: when the first stock that loads
+  // has a history shorter than what the engine reads, every pass walks the list itself.
   [[nodiscard]] PassPlan PlanPasses(std::vector<engine::TradingSettings> passes);
   // Every combination of the levels with the settings of base, stop losses outer.
   static std::vector<engine::TradingSettings> PassesAt(const engine::TradingSettings& base,
@@ -104,9 +110,12 @@ class ListReport {
     std::string symbol;
     int barCount = 0;
     double newestDate = 0;
-    std::vector<PassOutcome> also;
+    AlsoOutcomes also;
   };
 
+  // The passes of a group over n stocks: kGroupPasses or what GroupPasses set, fewer when the
+  // kept logs would pass kLoggedOutcomes.
+  size_t GroupSize(size_t n) const;
   // Pass `k` of the group (from 0 after its first) from the records, as a walk would do it.
   bool Replay(size_t k, const StockWalk& walk);
   // Puts into the session's view what a walk leaves after stock `last` (none when -1).
@@ -116,6 +125,7 @@ class ListReport {
   std::vector<engine::TradingSettings> plan_;
   size_t walked_ = 0;  // passes of the plan walked so far
   bool grouped_ = false;
+  size_t groupPasses_ = kGroupPasses;
   size_t groupStart_ = 0;  // the pass whose walk made the records
   size_t groupEnd_ = 0;    // one past its group's last pass
   std::vector<StockRecord> records_;

@@ -102,45 +102,69 @@ struct Outcome {
   std::string results;
   bool unusualVolumeFound = false;
   bool unusualVolumeSearched = false;
-  std::vector<PassOutcome> also;
+  AlsoOutcomes also;
+};
+
+// Writes the engine's log to another sink while it lives.
+class LogRedirect {
+ public:
+  LogRedirect(engine::BackTester& tester, platform::TextSink& to)
+      : tester_(tester), previous_(tester.log()) {
+    tester.SetLog(to);
+  }
+  ~LogRedirect() { tester_.SetLog(previous_); }
+  LogRedirect(const LogRedirect&) = delete;
+  LogRedirect& operator=(const LogRedirect&) = delete;
+
+ private:
+  engine::BackTester& tester_;
+  platform::TextSink& previous_;
 };
 
 // Backtests the stock in tester's view with every setting of walk.also, stopping at an error.
-void BacktestAlso(const StockWalk& walk, engine::BackTester& tester,
-                  std::vector<PassOutcome>& outcomes) {
-  // No result row: the pass writes its own when it is walked.
+void BacktestAlso(const StockWalk& walk, engine::BackTester& tester, AlsoOutcomes& outcomes) {
+  // The pass writes the row when it is walked; here it is only made, where the work is shared.
   engine::BacktestOptions options = *walk.backtest;
-  options.partOfListRun = false;
-  outcomes.resize(walk.also.size());
+  options.rowWrittenLater = true;
+  const bool rows = options.partOfListRun && !options.signalMode;
+  platform::StringSink& text = outcomes.text;
+  text.Clear();
+  const LogRedirect log(tester, text);
+  outcomes.passes.resize(walk.also.size());
   // Every pass searches the same stock for unusual volume: each search is made once.
   tester.RememberSearches(true);
   for (size_t k = 0; k < walk.also.size(); ++k) {
-    PassOutcome& o = outcomes[k];
+    PassOutcome& o = outcomes.passes[k];
     tester.unusualVolumeFound = false;
     o.error = nullptr;
+    int code = 0;
     try {
-      tester.Backtest(walk.also[k], options);
+      code = tester.Backtest(walk.also[k], options);
     } catch (...) {
       o.error = std::current_exception();
     }
     o.state = tester.runState();
     o.unusualVolumeFound = tester.unusualVolumeFound;
     o.unusualVolumeSearched = tester.unusualVolumeSearched;
+    o.logEnd = text.text().size();
+    if (rows && !o.error) text.Append(tester.ResultRow(code));
+    o.rowEnd = text.text().size();
     if (o.error) {
-      outcomes.resize(k + 1);
+      outcomes.passes.resize(k + 1);
       break;
     }
   }
   tester.RememberSearches(false);
 }
 
-// The later passes of a sweep on the session's view, by an engine of their own.
+// The later passes of a sweep on the session's view, by an engine of their own that keeps the
+// log when the session's does.
 void AlsoOnSession(Session& s, const StockWalk& walk) {
   if (walk.also.empty()) return;
   platform::StringSink none;
   engine::BackTester tester(s.view(), none, none);
-  tester.KeepLog(false);
-  std::vector<PassOutcome> outcomes;
+  tester.KeepLog(s.tester().keepsLog());
+  AlsoOutcomes outcomes;
   BacktestAlso(walk, tester, outcomes);
   walk.alsoTested(outcomes);
 }

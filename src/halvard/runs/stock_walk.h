@@ -13,10 +13,12 @@
 #include <exception>
 #include <functional>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "halvard/data/price_cache.h"
 #include "halvard/engine/back_tester.h"
+#include "halvard/platform/text_sink.h"
 #include "halvard/runs/session.h"
 
 namespace halvard::runs {
@@ -28,6 +30,27 @@ struct PassOutcome {
   bool unusualVolumeFound = false;
   bool unusualVolumeSearched = false;
   std::exception_ptr error;
+  // Where its log and its result row end in the text of the stock's outcomes.
+  size_t logEnd = 0;
+  size_t rowEnd = 0;
+};
+
+// The later passes' backtests of one stock: an outcome a pass, and what they wrote one after the
+// other in one text (so a stock's outcomes cost one buffer, not one a pass): each pass's log
+// (empty when the log is not kept), then its result row (empty when it writes none).
+struct AlsoOutcomes {
+  std::vector<PassOutcome> passes;
+  platform::StringSink text;
+
+  std::string_view Log(size_t k) const {
+    return Slice(k == 0 ? 0 : passes[k - 1].rowEnd, passes[k].logEnd);
+  }
+  std::string_view Row(size_t k) const { return Slice(passes[k].logEnd, passes[k].rowEnd); }
+
+ private:
+  std::string_view Slice(size_t from, size_t to) const {
+    return std::string_view(text.text()).substr(from, to - from);
+  }
 };
 
 struct StockWalk {
@@ -42,10 +65,11 @@ struct StockWalk {
   // The settings the backtest trades with; those of the session's settings when not given.
   std::optional<engine::TradingSettings> trading = std::nullopt;
   // The later passes of a sweep: after the backtest, the stock is backtested with each of these
-  // settings too, on the same view, by an engine that keeps neither log nor result rows (an
-  // error ends the list). Their outcomes go to alsoTested, in list order, before loaded.
+  // settings too, on the same view, each keeping the log (when the session's engine keeps its
+  // own) and the result row it wrote for later (an error ends the list). Their outcomes go to
+  // alsoTested, in list order, before loaded; alsoTested may take them over by a swap.
   std::vector<engine::TradingSettings> also = {};
-  std::function<void(std::vector<PassOutcome>& outcomes)> alsoTested = {};
+  std::function<void(AlsoOutcomes& outcomes)> alsoTested = {};
   // Loads go through it when given: a sweep reads each file once.
   data::PriceCache* cache = nullptr;
   // Threads for this walk; 0: ListJobs of the session's settings.
