@@ -31,6 +31,7 @@ std::string ListReport::RsRange() const {
 ListReport::PassPlan::~PassPlan() {
   report_.plan_.clear();
   report_.records_.clear();
+  report_.outcomes_ = {};
 }
 
 ListReport::PassPlan ListReport::PlanPasses(std::vector<engine::TradingSettings> passes) {
@@ -97,6 +98,8 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
   records_.resize(static_cast<size_t>(n));
   walk.also.assign(plan_.begin() + static_cast<ptrdiff_t>(pass) + 1,
                    plan_.begin() + static_cast<ptrdiff_t>(groupEnd_));
+  outcomes_.Reset(records_.size(), walk.also.size());
+  walk.alsoInto = &outcomes_;
   walk.jobs = 0;
   StockRecord* record = nullptr;
   const auto keep = [&](bool found) {
@@ -118,7 +121,6 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
     keep(true);
     tested();
   };
-  walk.alsoTested = [&](AlsoOutcomes& outcomes) { std::swap(record->also, outcomes); };
   const bool finished = WalkStocks(s_, walk);
   // A pass starts from what the one before it left in the view: when the first stock that loads
   // does not cover what the engine reads, the later passes may see it otherwise than this one.
@@ -152,8 +154,9 @@ bool ListReport::Replay(size_t k, const StockWalk& walk) {
     }
     v.barCount = r.barCount;
     v.newestDate = r.newestDate;
-    const PassOutcome& o = r.also.passes[k];
-    s_.log().Append(r.also.Log(k));
+    const auto stock = static_cast<size_t>(i);
+    const PassOutcome& o = outcomes_.at(stock, k);
+    s_.log().Append(outcomes_.Log(stock, k));
     if (o.unusualVolumeFound) tester.unusualVolumeFound = true;
     tester.unusualVolumeSearched = o.unusualVolumeSearched;
     if (o.unusualVolumeSearched) engine::KeepSearchPercentage(s_.config);
@@ -163,7 +166,7 @@ bool ListReport::Replay(size_t k, const StockWalk& walk) {
       std::rethrow_exception(o.error);
     }
     if (rows) {
-      tester.results().Append(r.also.Row(k));
+      tester.results().Append(outcomes_.Row(stock, k));
       tester.AddToTotals();
     }
     walk.loaded();

@@ -12,6 +12,7 @@
 #include "halvard/data/price_cache.h"
 #include "halvard/platform/progress.h"
 #include "halvard/platform/text_sink.h"
+#include "halvard/runs/pass_outcomes.h"
 #include "halvard/runs/session.h"
 #include "halvard/runs/stock_walk.h"
 #include "halvard/runs/sweep.h"
@@ -110,7 +111,6 @@ class ListReport {
     std::string symbol;
     int barCount = 0;
     double newestDate = 0;
-    AlsoOutcomes also;
   };
 
   // The passes of a group over n stocks: kGroupPasses or what GroupPasses set, fewer when the
@@ -129,6 +129,7 @@ class ListReport {
   size_t groupStart_ = 0;  // the pass whose walk made the records
   size_t groupEnd_ = 0;    // one past its group's last pass
   std::vector<StockRecord> records_;
+  PassOutcomes outcomes_;  // of the group's passes after its first
 };
 
 }  // namespace halvard::runs

@@ -102,7 +102,6 @@ struct Outcome {
   std::string results;
   bool unusualVolumeFound = false;
   bool unusualVolumeSearched = false;
-  AlsoOutcomes also;
 };
 
 // Writes the engine's log to another sink while it lives.
@@ -121,20 +120,21 @@ class LogRedirect {
   platform::TextSink& previous_;
 };
 
-// Backtests the stock in tester's view with every setting of walk.also, stopping at an error.
-void BacktestAlso(const StockWalk& walk, engine::BackTester& tester, AlsoOutcomes& outcomes) {
+// Backtests stock i, in tester's view, with every setting of walk.also, stopping at an error.
+void BacktestAlso(const StockWalk& walk, engine::BackTester& tester, int i) {
   // The pass writes the row when it is walked; here it is only made, where the work is shared.
   engine::BacktestOptions options = *walk.backtest;
   options.rowWrittenLater = true;
   const bool rows = options.partOfListRun && !options.signalMode;
-  platform::StringSink& text = outcomes.text;
+  PassOutcomes& outcomes = *walk.alsoInto;
+  const auto stock = static_cast<size_t>(i);
+  platform::StringSink& text = outcomes.text(stock);
   text.Clear();
   const LogRedirect log(tester, text);
-  outcomes.passes.resize(walk.also.size());
   // Every pass searches the same stock for unusual volume: each search is made once.
   tester.RememberSearches(true);
   for (size_t k = 0; k < walk.also.size(); ++k) {
-    PassOutcome& o = outcomes.passes[k];
+    PassOutcome& o = outcomes.at(stock, k);
     tester.unusualVolumeFound = false;
     o.error = nullptr;
     int code = 0;
@@ -149,24 +149,19 @@ void BacktestAlso(const StockWalk& walk, engine::BackTester& tester, AlsoOutcome
     o.logEnd = text.text().size();
     if (rows && !o.error) text.Append(tester.ResultRow(code));
     o.rowEnd = text.text().size();
-    if (o.error) {
-      outcomes.passes.resize(k + 1);
-      break;
-    }
+    if (o.error) break;
   }
   tester.RememberSearches(false);
 }
 
 // The later passes of a sweep on the session's view, by an engine of their own that keeps the
 // log when the session's does.
-void AlsoOnSession(Session& s, const StockWalk& walk) {
+void AlsoOnSession(Session& s, const StockWalk& walk, int i) {
   if (walk.also.empty()) return;
   platform::StringSink none;
   engine::BackTester tester(s.view(), none, none);
   tester.KeepLog(s.tester().keepsLog());
-  AlsoOutcomes outcomes;
-  BacktestAlso(walk, tester, outcomes);
-  walk.alsoTested(outcomes);
+  BacktestAlso(walk, tester, i);
 }
 
 // What the walk's stocks share, fixed before the first: the folder's names, whether boxes are
@@ -193,7 +188,7 @@ void WalkOne(Session& s, const StockWalk& walk, const WalkSetup& setup, int i) {
   engine::ComputeBoxes(v, setup.drawBoxes);
   if (walk.backtest) {
     BacktestOnSession(s, setup.trading, *walk.backtest);
-    AlsoOnSession(s, walk);
+    AlsoOnSession(s, walk, i);
   }
   walk.loaded();
 }
@@ -218,11 +213,11 @@ void Compute(const Session& s, const StockWalk& walk, const WalkSetup& setup, Wo
   o.results = w.results.text();
   o.unusualVolumeFound = w.tester.unusualVolumeFound;
   o.unusualVolumeSearched = w.tester.unusualVolumeSearched;
-  if (!walk.also.empty()) BacktestAlso(walk, w.tester, o.also);
+  if (!walk.also.empty()) BacktestAlso(walk, w.tester, i);
 }
 
 // Hands a stock a thread did over to the session, as if the session had done it.
-void Take(Session& s, const StockWalk& walk, const WalkSetup& setup, Outcome& o) {
+void Take(Session& s, const StockWalk& walk, const WalkSetup& setup, int i, Outcome& o) {
   engine::StockView& v = s.view();
   if (!o.found) {
     v.stockFilePath = o.path;
@@ -246,7 +241,7 @@ void Take(Session& s, const StockWalk& walk, const WalkSetup& setup, Outcome& o)
   if (!walk.backtest || !same) {
     if (walk.backtest) {
       BacktestOnSession(s, setup.trading, *walk.backtest);
-      AlsoOnSession(s, walk);
+      AlsoOnSession(s, walk, i);
     }
     walk.loaded();
     return;
@@ -258,7 +253,6 @@ void Take(Session& s, const StockWalk& walk, const WalkSetup& setup, Outcome& o)
   if (o.unusualVolumeFound) tester.unusualVolumeFound = true;
   tester.unusualVolumeSearched = o.unusualVolumeSearched;
   if (o.unusualVolumeSearched) engine::KeepSearchPercentage(s.config);
-  if (!walk.also.empty()) walk.alsoTested(o.also);
   walk.loaded();
 }
 
@@ -303,7 +297,7 @@ bool WalkStocks(Session& s, const StockWalk& walk) {
       [&](Worker& w, int i, Outcome& o) { Compute(s, walk, setup, w, i, o); },
       [&](int i, Outcome* o) {
         if (!walk.before(i)) return false;
-        o != nullptr ? Take(s, walk, setup, *o) : WalkOne(s, walk, setup, i);
+        o != nullptr ? Take(s, walk, setup, i, *o) : WalkOne(s, walk, setup, i);
         return true;
       });
 }

@@ -10,48 +10,16 @@
 // what the stocks before it left behind (the bars past a short history, the breakout mark of an
 // open box when boxes are not drawn) is done again on the session's own view when handed over.
 
-#include <exception>
 #include <functional>
 #include <optional>
-#include <string_view>
 #include <vector>
 
 #include "halvard/data/price_cache.h"
 #include "halvard/engine/back_tester.h"
-#include "halvard/platform/text_sink.h"
+#include "halvard/runs/pass_outcomes.h"
 #include "halvard/runs/session.h"
 
 namespace halvard::runs {
-
-// What one more backtest of a stock left: the engine's run state and flags, or the error it
-// stopped on (with the flags as they stood then).
-struct PassOutcome {
-  engine::BackTester::RunState state{};
-  bool unusualVolumeFound = false;
-  bool unusualVolumeSearched = false;
-  std::exception_ptr error;
-  // Where its log and its result row end in the text of the stock's outcomes.
-  size_t logEnd = 0;
-  size_t rowEnd = 0;
-};
-
-// The later passes' backtests of one stock: an outcome a pass, and what they wrote one after the
-// other in one text (so a stock's outcomes cost one buffer, not one a pass): each pass's log
-// (empty when the log is not kept), then its result row (empty when it writes none).
-struct AlsoOutcomes {
-  std::vector<PassOutcome> passes;
-  platform::StringSink text;
-
-  std::string_view Log(size_t k) const {
-    return Slice(k == 0 ? 0 : passes[k - 1].rowEnd, passes[k].logEnd);
-  }
-  std::string_view Row(size_t k) const { return Slice(passes[k].logEnd, passes[k].rowEnd); }
-
- private:
-  std::string_view Slice(size_t from, size_t to) const {
-    return std::string_view(text.text()).substr(from, to - from);
-  }
-};
 
 struct StockWalk {
   // Before stock i (progress, cancel); false stops the walk there.
@@ -66,10 +34,11 @@ struct StockWalk {
   std::optional<engine::TradingSettings> trading = std::nullopt;
   // The later passes of a sweep: after the backtest, the stock is backtested with each of these
   // settings too, on the same view, each keeping the log (when the session's engine keeps its
-  // own) and the result row it wrote for later (an error ends the list). Their outcomes go to
-  // alsoTested, in list order, before loaded; alsoTested may take them over by a swap.
+  // own) and the result row it wrote for later (an error ends the stock's passes). Their
+  // outcomes go to alsoInto (made ready for the list and these passes), stock i's before the
+  // call of loaded for it.
   std::vector<engine::TradingSettings> also = {};
-  std::function<void(AlsoOutcomes& outcomes)> alsoTested = {};
+  PassOutcomes* alsoInto = nullptr;
   // Loads go through it when given: a sweep reads each file once.
   data::PriceCache* cache = nullptr;
   // Threads for this walk; 0: ListJobs of the session's settings.
