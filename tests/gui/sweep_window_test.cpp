@@ -13,6 +13,9 @@
 #include <QTest>
 
 #include "gui_test_support.h"
+#include "halvard/error.h"
+#include "halvard/runs/batch_report.h"
+#include "halvard/runs/live_report.h"
 #include "sweep_window.h"
 
 namespace halvard::gui::testing {
@@ -145,6 +148,54 @@ class SweepWindowTest : public QObject {
       const QString shown = Shown(window, window == runs[0].first ? "LiveResults" : "Results");
       QVERIFY2(shown.contains(QStringLiteral("\nTMO\t")), qPrintable(shown));
       QVERIFY(!shown.contains(QStringLiteral("XLNX")));
+    }
+  }
+
+  // A sweep of many passes (which walk the list together, in groups) shows the report and leaves
+  // the log pane's text that one thread gives when every pass walks the list itself, whatever
+  // the jobs; also when a refused file ends it in the middle of the list.
+  void aSweepShowsAndLogsWhatEachPassWalkingTheListAloneGives() {
+    const runs::RunSwitches all{.corvane = true, .pyramidingBoxes = true, .positiveRS = true};
+    for (const bool live : {true, false}) {
+      for (const bool refused : {false, true}) {
+        Opened r;
+        if (refused) r.ws.writePrices(QStringLiteral("AMD"), kRefusedPrices);
+        runs::Session& s = r.w->session();
+        s.config.jobs = 1;
+        platform::NoProgress quiet;
+        runs::LiveReport liveReport(s, quiet);
+        runs::BatchReport batchReport(s, quiet);
+        runs::ListReport& reference = live ? static_cast<runs::ListReport&>(liveReport)
+                                           : static_cast<runs::ListReport&>(batchReport);
+        reference.GroupPasses(1);
+        runs::ParseStopLossLevels("0.5,3,0.5", reference.levels);
+        runs::ParseRsLevels("5,9,2", reference.levels);
+        try {
+          live ? liveReport.Run(all) : batchReport.GoCommand(all);
+        } catch (const Error&) {
+          QVERIFY(refused);
+        }
+        const QString shown = QString::fromStdString(reference.text()).remove(u'\r');
+        const QString perPass = live ? QStringLiteral("Starting Live") : QStringLiteral("Step ");
+        QCOMPARE(shown.count(perPass), refused ? 1 : 18);
+        QVERIFY(s.log().text().find("Backtesting - ") != std::string::npos);
+        for (const int jobs : {1, 2, 5}) {
+          Opened o;
+          if (refused) o.ws.writePrices(QStringLiteral("AMD"), kRefusedPrices);
+          o.w->config().jobs = static_cast<int16_t>(jobs);
+          SweepWindow* window = live ? o.w->OpenLiveTrading() : o.w->OpenBatchTest();
+          o.dialogs.answers = {"0.5,3,0.5", "5,9,2"};
+          Click(*window, "LevelCommand");
+          Click(*window, "RSLevelsBtn");
+          for (const char* box : {"CorvaneEnabled", "UnusualvolumeEnabled", "PositiveRSEnabled"}) {
+            window->findChild<QCheckBox*>(QString::fromLatin1(box))->setChecked(true);
+          }
+          Click(*window, live ? "GoBtn" : "GoCommand");
+          QCOMPARE(Shown(window, live ? "LiveResults" : "Results"), shown);
+          QVERIFY2(o.w->session().log().text() == s.log().text(), live ? "live" : "batch");
+          QCOMPARE(o.dialogs.messages.size(), size_t{refused ? 1u : 0u});
+        }
+      }
     }
   }
 
