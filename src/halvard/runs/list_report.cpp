@@ -1,6 +1,8 @@
 #include "halvard/runs/list_report.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "halvard/platform/folder_names.h"
 #include "halvard/platform/number_text.h"
@@ -8,6 +10,25 @@
 #include "halvard/runs/stock_walk.h"
 
 namespace halvard::runs {
+namespace {
+
+// "i+1/n", the count the windows show, made without an allocation: a sweep shows one for every
+// stock of every pass.
+class StockCount {
+ public:
+  std::string_view Of(int i, int n) {
+    char* const last = text_.data() + text_.size();
+    char* end = std::to_chars(text_.data(), last, i + 1).ptr;
+    *end++ = '/';
+    end = std::to_chars(end, last, n).ptr;
+    return {text_.data(), static_cast<size_t>(end - text_.data())};
+  }
+
+ private:
+  std::array<char, 24> text_{};  // two ints and a slash
+};
+
+}  // namespace
 
 ListReport::ListReport(Session& session, platform::Progress& progress)
     : levels(DefaultLevels(session.config)), s_(session), progress_(progress) {}
@@ -71,10 +92,11 @@ bool ListReport::ForEachStock(const std::function<void()>& tested,
   // Once the files are parsed and kept, a stock's backtest costs less than handing it between
   // threads: the later levels of a sweep run on this one (unless a walk backtests a group).
   const bool cached = prices_.keptBars() > 0;
+  StockCount count;
   StockWalk walk{.before =
                      [&](int i) {
                        if (progress_.Cancelled()) return false;
-                       progress_.Step(i, n, std::to_string(i + 1) + "/" + std::to_string(n));
+                       progress_.Step(i, n, count.Of(i, n));
                        return true;
                      },
                  .missing =

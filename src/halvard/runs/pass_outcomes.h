@@ -2,6 +2,9 @@
 // What the later passes of a sweep's group made of each stock of the list, kept from the walk
 // of the group's first pass until each pass is walked from them.
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <exception>
 #include <string_view>
 #include <vector>
@@ -18,9 +21,15 @@ struct PassOutcome {
   bool unusualVolumeFound = false;
   bool unusualVolumeSearched = false;
   std::exception_ptr error;
-  // Where its log and its result row end in the stock's text.
+  // Where its log and (when it is not held here) its result row end in the stock's text.
   size_t logEnd = 0;
   size_t rowEnd = 0;
+  // The result row when it fits (nearly every row does): the walk of a pass then reads it
+  // beside the outcome instead of from the stock's buffer.
+  static constexpr size_t kRowRoom = 86;
+  static constexpr uint8_t kRowInText = 0xff;
+  uint8_t rowSize = 0;
+  std::array<char, kRowRoom> row;
 };
 
 // The outcomes of `passes` passes over `stocks` stocks. Each stock's are written by one thread
@@ -28,7 +37,7 @@ struct PassOutcome {
 // an error ends a stock's passes (the walk of that pass stops there, so none after it is read).
 // They are held pass by pass: the walk of a pass reads its stocks' outcomes one after the other
 // in memory, not one from each stock's own buffer. A stock's texts are one buffer: each pass's
-// log (empty when the log is not kept), then its result row (empty when it writes none).
+// log (empty when the log is not kept), then its result row when the outcome cannot hold it.
 class PassOutcomes {
  public:
   // Room for stocks x passes, with no outcome yet (the buffers of earlier use are kept).
@@ -48,7 +57,23 @@ class PassOutcomes {
     return Text(stock, pass == 0 ? 0 : at(stock, pass - 1).rowEnd, at(stock, pass).logEnd);
   }
   std::string_view Row(size_t stock, size_t pass) const {
-    return Text(stock, at(stock, pass).logEnd, at(stock, pass).rowEnd);
+    const PassOutcome& o = at(stock, pass);
+    if (o.rowSize == PassOutcome::kRowInText) return Text(stock, o.logEnd, o.rowEnd);
+    return {o.row.data(), o.rowSize};
+  }
+  // Keeps the result row of a pass whose log is written: none when it writes none.
+  void KeepRow(size_t stock, size_t pass, std::string_view row) {
+    PassOutcome& o = at(stock, pass);
+    platform::StringSink& text = texts_[stock];
+    o.logEnd = text.text().size();
+    if (row.size() <= PassOutcome::kRowRoom) {
+      o.rowSize = static_cast<uint8_t>(row.size());
+      std::copy(row.begin(), row.end(), o.row.begin());
+    } else {
+      o.rowSize = PassOutcome::kRowInText;
+      text.Append(row);
+    }
+    o.rowEnd = text.text().size();
   }
 
  private:

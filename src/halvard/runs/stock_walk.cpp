@@ -146,9 +146,7 @@ void BacktestAlso(const StockWalk& walk, engine::BackTester& tester, int i) {
     o.state = tester.runState();
     o.unusualVolumeFound = tester.unusualVolumeFound;
     o.unusualVolumeSearched = tester.unusualVolumeSearched;
-    o.logEnd = text.text().size();
-    if (rows && !o.error) text.Append(tester.ResultRow(code));
-    o.rowEnd = text.text().size();
+    outcomes.KeepRow(stock, k, rows && !o.error ? tester.ResultRow(code) : std::string());
     if (o.error) break;
   }
   tester.RememberSearches(false);
