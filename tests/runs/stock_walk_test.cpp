@@ -2,8 +2,8 @@
 // list, report, engine log, saved lists and settings afterwards, to the byte. On the bundled
 // samples, and on a market of odd shapes: price files missing, histories shorter than the view
 // (whose finders read the bars an earlier stock left behind), a file found only without regard to
-// case, a list naming one symbol twice, and the unusual-volume search that carries from stock to
-// stock.
+// case, a list naming one symbol twice, a name longer than most rows, and the unusual-volume
+// search that carries from stock to stock.
 
 #include "halvard/runs/stock_walk.h"
 
@@ -208,6 +208,12 @@ TEST(StockWalk, OddShapesGiveTheSameOutputWithOneThreadOrMany) {
     if (length == 0) list.push_back(symbols[3]);
     if (k % 6 == 2) list.push_back("MISSING" + std::to_string(k));
     if (k == 11) list.push_back(symbols[3]);  // a symbol listed twice
+    if (k == 4) {
+      // A name long enough that its result rows are kept apart from the other rows.
+      const std::string longName = name + std::string(80, 'X');
+      test::WriteText(dir / (longName + ".txt"), text);
+      list.push_back(longName);
+    }
     ++k;
   }
   test::WriteText(dir / "odd.inc", data::WatchListText(list));
