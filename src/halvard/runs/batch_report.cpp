@@ -2,27 +2,9 @@
 
 #include "halvard/platform/money_text.h"
 #include "halvard/platform/number_text.h"
+#include "halvard/runs/pane_redirect.h"
 
 namespace halvard::runs {
-namespace {
-
-// Points the engine's result rows at a report for one batch, and back when the batch ends.
-class ResultsRedirect {
- public:
-  ResultsRedirect(engine::BackTester& tester, platform::TextSink& to)
-      : tester_(tester), previous_(tester.results()) {
-    tester.SetResults(to);
-  }
-  ~ResultsRedirect() { tester_.SetResults(previous_); }
-  ResultsRedirect(const ResultsRedirect&) = delete;
-  ResultsRedirect& operator=(const ResultsRedirect&) = delete;
-
- private:
-  engine::BackTester& tester_;
-  platform::TextSink& previous_;
-};
-
-}  // namespace
 
 using platform::FormatFixed;
 using platform::FormatGeneral;

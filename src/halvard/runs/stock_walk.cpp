@@ -10,6 +10,7 @@
 #include "halvard/data/series_copy.h"
 #include "halvard/platform/folder_names.h"
 #include "halvard/platform/ordered_work.h"
+#include "halvard/runs/pane_redirect.h"
 
 namespace halvard::runs {
 namespace {
@@ -102,22 +103,6 @@ struct Outcome {
   std::string results;
   bool unusualVolumeFound = false;
   bool unusualVolumeSearched = false;
-};
-
-// Writes the engine's log to another sink while it lives.
-class LogRedirect {
- public:
-  LogRedirect(engine::BackTester& tester, platform::TextSink& to)
-      : tester_(tester), previous_(tester.log()) {
-    tester.SetLog(to);
-  }
-  ~LogRedirect() { tester_.SetLog(previous_); }
-  LogRedirect(const LogRedirect&) = delete;
-  LogRedirect& operator=(const LogRedirect&) = delete;
-
- private:
-  engine::BackTester& tester_;
-  platform::TextSink& previous_;
 };
 
 // Backtests stock i, in tester's view, with every setting of walk.also, stopping at an error.
