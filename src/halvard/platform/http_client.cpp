@@ -1,12 +1,10 @@
 #include "halvard/platform/http_client.h"
 
-#include <curl/curl.h>
-
 #include <algorithm>
 #include <ctime>
 #include <memory>
-#include <mutex>
 
+#include "halvard/platform/curl_library.h"
 #include "halvard/platform/number_text.h"
 #include "halvard/platform/text.h"
 
@@ -14,13 +12,8 @@ namespace halvard::platform {
 namespace {
 
 struct CurlDeleter {
-  void operator()(CURL* curl) const { curl_easy_cleanup(curl); }
+  void operator()(CURL* curl) const { Curl().easy_cleanup(curl); }
 };
-
-void InitCurlOnce() {
-  static std::once_flag once;
-  std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-}
 
 // Where the body goes, with the limit it may not pass.
 struct BodySink {
@@ -70,7 +63,7 @@ size_t ReadHeader(char* data, size_t size, size_t count, void* target) {
     if (EqualsIgnoreCase(name, "Retry-After")) {
       if (const auto seconds = ParseWholeNumber(value)) {
         retryAfter = static_cast<long>(*seconds);
-      } else if (const std::time_t when = curl_getdate(value.c_str(), nullptr); when >= 0) {
+      } else if (const std::time_t when = Curl().getdate(value.c_str(), nullptr); when >= 0) {
         retryAfter = static_cast<long>(when - std::time(nullptr));
       }
     }
@@ -105,11 +98,11 @@ std::string StatusText(long status) {
 }
 
 struct CurlHttpClient::Cookies {
-  Cookies() : share(curl_share_init()) {
-    if (share != nullptr) curl_share_setopt(share, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
+  Cookies() : share(Curl().share_init()) {
+    if (share != nullptr) Curl().share_setopt(share, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
   }
   ~Cookies() {
-    if (share != nullptr) curl_share_cleanup(share);
+    if (share != nullptr) Curl().share_cleanup(share);
   }
   Cookies(const Cookies&) = delete;
   Cookies& operator=(const Cookies&) = delete;
@@ -117,7 +110,7 @@ struct CurlHttpClient::Cookies {
 };
 
 CurlHttpClient::CurlHttpClient(HttpOptions options) : options_(std::move(options)) {
-  InitCurlOnce();
+  Curl();  // a missing libcurl is said here, where a command first needs the network
   if (options_.keepCookies) cookies_ = std::make_unique<Cookies>();
 }
 
@@ -125,41 +118,42 @@ CurlHttpClient::~CurlHttpClient() = default;
 
 HttpResponse CurlHttpClient::Get(const std::string& url) {
   HttpResponse response;
-  const std::unique_ptr<CURL, CurlDeleter> curl(curl_easy_init());
+  const CurlLibrary& api = Curl();
+  const std::unique_ptr<CURL, CurlDeleter> curl(api.easy_init());
   if (!curl) {
     response.failure = "could not start a transfer";
     return response;
   }
   char error[CURL_ERROR_SIZE] = "";
   CURL* c = curl.get();
-  curl_easy_setopt(c, CURLOPT_URL, url.c_str());
+  api.easy_setopt(c, CURLOPT_URL, url.c_str());
   // Nothing but the web: a redirect to file:// or another scheme must not read local files.
-  curl_easy_setopt(c, CURLOPT_PROTOCOLS_STR, "http,https");
-  curl_easy_setopt(c, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-  curl_easy_setopt(c, CURLOPT_FOLLOWLOCATION, 1L);
-  curl_easy_setopt(c, CURLOPT_MAXREDIRS, 10L);
-  curl_easy_setopt(c, CURLOPT_SSL_VERIFYPEER, 1L);
-  curl_easy_setopt(c, CURLOPT_SSL_VERIFYHOST, 2L);
-  curl_easy_setopt(c, CURLOPT_TIMEOUT_MS, static_cast<long>(options_.timeout.count()));
-  curl_easy_setopt(c, CURLOPT_NOSIGNAL, 1L);         // time-outs without SIGALRM, safe in threads
-  curl_easy_setopt(c, CURLOPT_ACCEPT_ENCODING, "");  // whatever compression curl can undo
-  curl_easy_setopt(c, CURLOPT_USERAGENT, options_.userAgent.c_str());
-  curl_easy_setopt(c, CURLOPT_ERRORBUFFER, error);
+  api.easy_setopt(c, CURLOPT_PROTOCOLS_STR, "http,https");
+  api.easy_setopt(c, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+  api.easy_setopt(c, CURLOPT_FOLLOWLOCATION, 1L);
+  api.easy_setopt(c, CURLOPT_MAXREDIRS, 10L);
+  api.easy_setopt(c, CURLOPT_SSL_VERIFYPEER, 1L);
+  api.easy_setopt(c, CURLOPT_SSL_VERIFYHOST, 2L);
+  api.easy_setopt(c, CURLOPT_TIMEOUT_MS, static_cast<long>(options_.timeout.count()));
+  api.easy_setopt(c, CURLOPT_NOSIGNAL, 1L);         // time-outs without SIGALRM, safe in threads
+  api.easy_setopt(c, CURLOPT_ACCEPT_ENCODING, "");  // whatever compression curl can undo
+  api.easy_setopt(c, CURLOPT_USERAGENT, options_.userAgent.c_str());
+  api.easy_setopt(c, CURLOPT_ERRORBUFFER, error);
   if (cookies_ && cookies_->share != nullptr) {
-    curl_easy_setopt(c, CURLOPT_COOKIEFILE, "");  // the cookie engine on, no file read
-    curl_easy_setopt(c, CURLOPT_SHARE, cookies_->share);
+    api.easy_setopt(c, CURLOPT_COOKIEFILE, "");  // the cookie engine on, no file read
+    api.easy_setopt(c, CURLOPT_SHARE, cookies_->share);
   }
   BodySink sink{response.body, options_.maxBodyBytes};
-  curl_easy_setopt(c, CURLOPT_WRITEFUNCTION, AppendBody);
-  curl_easy_setopt(c, CURLOPT_WRITEDATA, &sink);
+  api.easy_setopt(c, CURLOPT_WRITEFUNCTION, AppendBody);
+  api.easy_setopt(c, CURLOPT_WRITEDATA, &sink);
   // A declared length over the limit is refused before any of the body comes.
-  curl_easy_setopt(c, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(options_.maxBodyBytes));
-  curl_easy_setopt(c, CURLOPT_NOPROGRESS, 0L);
-  curl_easy_setopt(c, CURLOPT_XFERINFOFUNCTION, CheckCancelled);
-  curl_easy_setopt(c, CURLOPT_XFERINFODATA, &options_.cancelled);
-  curl_easy_setopt(c, CURLOPT_HEADERFUNCTION, ReadHeader);
-  curl_easy_setopt(c, CURLOPT_HEADERDATA, &response.retryAfterSeconds);
-  const CURLcode code = curl_easy_perform(c);
+  api.easy_setopt(c, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(options_.maxBodyBytes));
+  api.easy_setopt(c, CURLOPT_NOPROGRESS, 0L);
+  api.easy_setopt(c, CURLOPT_XFERINFOFUNCTION, CheckCancelled);
+  api.easy_setopt(c, CURLOPT_XFERINFODATA, &options_.cancelled);
+  api.easy_setopt(c, CURLOPT_HEADERFUNCTION, ReadHeader);
+  api.easy_setopt(c, CURLOPT_HEADERDATA, &response.retryAfterSeconds);
+  const CURLcode code = api.easy_perform(c);
   if (code != CURLE_OK) {
     if (sink.tooLarge || code == CURLE_FILESIZE_EXCEEDED) {
       response.failure =
@@ -168,14 +162,14 @@ HttpResponse CurlHttpClient::Get(const std::string& url) {
       response.failure = "stopped";
       response.cancelled = true;
     } else {
-      response.failure = error[0] != '\0' ? error : curl_easy_strerror(code);
+      response.failure = error[0] != '\0' ? error : api.easy_strerror(code);
       response.transient = IsTransient(code);
     }
     response.body.clear();
     response.retryAfterSeconds.reset();
     return response;
   }
-  curl_easy_getinfo(c, CURLINFO_RESPONSE_CODE, &response.status);
+  api.easy_getinfo(c, CURLINFO_RESPONSE_CODE, &response.status);
   return response;
 }
 
