@@ -13,6 +13,7 @@
 #include "halvard/runs/report_text.h"
 #include "halvard/runs/walk_forward.h"
 #include "json_output.h"
+#include "report_stream.h"
 #include "sweep_options.h"
 #include "terminal_progress.h"
 
@@ -29,18 +30,6 @@ struct SweepArgs {
   bool json = false;
 };
 
-// The report with LF line ends, a piece at a time: a big sweep's report is not held twice.
-std::string PrintedWithLineFeeds(std::string_view text) {
-  constexpr size_t kPiece = size_t{1} << 20;
-  while (text.size() > kPiece) {
-    const size_t end = text.rfind('\n', kPiece) + 1;  // a CR LF is never cut in two
-    const size_t cut = end == 0 ? kPiece : end;
-    std::cout << WithLineFeeds(text.substr(0, cut));
-    text.remove_prefix(cut);
-  }
-  return WithLineFeeds(text);
-}
-
 // The batch's document, or the walk-forward's when one ran.
 runs::JsonDocument BatchDocument(const runs::WalkForwardReport& report) {
   if (report.walkForwardResult()) return runs::WalkForwardJson(*report.walkForwardResult());
@@ -54,10 +43,11 @@ void AddSweepOptions(Command& command, SweepArgs& args, std::string_view incHelp
   command.Add("--save-inc", args.saveInc, std::string(incHelp));
 }
 
-// Applies the levels options and the saves; what differs is the run itself and how the report
-// prints. The live report, which says what to do tomorrow, warns when its prices are stale.
-template <class Report, class RunIt, class TextOf, class ListOf>
-void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, TextOf textOf,
+// Applies the levels options and the saves; what differs is the run itself and its JSON
+// document. The text report is printed and saved as the run makes it. The live report, which
+// says what to do tomorrow, warns when its prices are stale.
+template <class Report, class RunIt, class JsonOf, class ListOf>
+void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, JsonOf jsonOf,
               ListOf listOf) {
   const auto session = OpenSession(options, StartMode::kFull);
   if (std::is_same_v<Report, runs::LiveReport>) {
@@ -70,10 +60,17 @@ void RunSweep(const GlobalOptions& options, const SweepArgs& args, RunIt runIt, 
   TerminalProgress progress;
   Report report(*session, progress);
   report.levels = args.sweep.Levels(report.levels);
-  RunThenPrint([&] { runIt(report); }, [&] { std::cout << textOf(report) << std::flush; });
+  ReportStream stream(!args.json, args.saveResults, progress);
+  report.StreamReport(stream);
+  RunThenPrint([&] { runIt(report); },
+               [&] {
+                 report.FlushReport();
+                 if (args.json) std::cout << jsonOf(report) << "\n";
+                 std::cout << std::flush;
+               });
   if (progress.Cancelled()) throw Interrupted{};
   if (!args.saveResults.empty()) {
-    runs::SaveReport(args.saveResults, report.text());
+    stream.Save();
     std::cerr << "halvard: saved the report as " << args.saveResults << "\n";
   }
   if (!args.saveInc.empty()) {
@@ -95,9 +92,7 @@ void AddLiveCommand(Command& program, const GlobalOptions& options) {
   command.OnRun([&options, args] {
     RunSweep<runs::LiveReport>(
         options, *args, [&](runs::LiveReport& r) { r.Run(args->sweep.switches); },
-        [&](const runs::LiveReport& r) {
-          return args->json ? runs::LiveReportJson(r) + "\n" : PrintedWithLineFeeds(r.text());
-        },
+        [](const runs::LiveReport& r) { return runs::LiveReportJson(r); },
         [](const runs::LiveReport& r) { return r.buyList(); });
   });
 }
@@ -134,10 +129,7 @@ void AddBatchCommand(Command& program, const GlobalOptions& options) {
             r.GoCommand(args->sweep.switches);
           }
         },
-        [&](const runs::WalkForwardReport& r) {
-          return args->json ? runs::JsonText(BatchDocument(r)) + "\n"
-                            : PrintedWithLineFeeds(r.text());
-        },
+        [](const runs::WalkForwardReport& r) { return runs::JsonText(BatchDocument(r)); },
         [](const runs::WalkForwardReport& r) { return r.tradedList(); });
   });
 }

@@ -30,7 +30,7 @@ TerminalProgress::TerminalProgress() : terminal_(isatty(STDERR_FILENO) == 1) {
 }
 
 TerminalProgress::~TerminalProgress() {
-  Clear();
+  ClearLine();
   std::signal(SIGINT, SIG_DFL);
 }
 
@@ -56,7 +56,7 @@ bool TerminalProgress::InterruptRequested() {
   return interrupted != 0;
 }
 
-void TerminalProgress::Clear() {
+void TerminalProgress::ClearLine() {
   if (!drawn_) return;
   std::fputs("\r\x1b[K", stderr);
   std::fflush(stderr);

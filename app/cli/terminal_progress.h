@@ -22,10 +22,11 @@ class TerminalProgress : public platform::Progress {
   bool Cancelled() const override;
   // Whether Ctrl-C was pressed while a progress was shown: what a request or a wait polls.
   static bool InterruptRequested();
+  // Takes the progress line away before other text goes to the same terminal; the next step
+  // draws it again.
+  void ClearLine();
 
  private:
-  void Clear();
-
   bool terminal_;
   bool drawn_ = false;
   std::chrono::steady_clock::time_point lastDraw_{};

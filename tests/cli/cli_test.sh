@@ -199,6 +199,37 @@ check "interrupted says so" "halvard: interrupted; nothing was saved" "$(cat "$s
 check "interrupted saves nothing" "no" "$([ -e "$scratch/never.txt" ] && echo yes || echo no)"
 check "interrupted prints what was done" "Batch Testing sample" "$(head -n 1 "$scratch/partial")"
 
+# A report saved over an older one and interrupted: the older one stays, with no temporary file
+# beside it (the report is written to the file as it is made).
+printf 'old\r\n' >"$scratch/kept.txt"
+"$halvard" "${listrun[@]}" batch --list sample --pyramiding --stoploss 0,99,0.001 \
+  --save-results "$scratch/kept.txt" >/dev/null 2>&1 &
+sleep 1
+kill -INT $!
+wait $!
+check "interrupted over an older report: exit status" 130 "$?"
+check "interrupted keeps the older report and no temporary file" $'old\r' \
+  "$(cat "$scratch/kept.txt"; ls -A "$scratch" | grep '^\.kept')"
+
+# A report of several megabytes goes out in pieces as it is made; the file holds the same text.
+run "${listrun[@]}" batch --list sample --corvane --pyramiding --rs --stoploss 0.01,5,0.01 \
+  --save-results "$scratch/big.txt"
+check "a long report: exit status" 0 "$rc"
+check "a long report is over a megabyte" "yes" "$([ "${#out}" -gt 1100000 ] && echo yes || echo no)"
+check "a long report ends with the best" "Maximum profit = " "$(tail -n 1 <<<"$out" | grep -o '^Maximum profit = ')"
+check "a long report saved is the report printed" "$(sed 's/$/\r/' <<<"$out")"$'\n\r' \
+  "$(cat "$scratch/big.txt"; echo)"
+printed=$out
+
+# A file the report cannot be saved to: the whole report is printed first, then why.
+run "${listrun[@]}" batch --list sample --corvane --pyramiding --rs --stoploss 0.01,5,0.01 \
+  --save-results "$scratch/nofolder/big.txt"
+check "a refused save: exit status" 1 "$rc"
+check "a refused save prints the whole report" "yes" "$([ "$out" = "$printed" ] && echo yes || echo no)"
+check "a refused save says why" \
+  "halvard: error: $scratch/nofolder/big.txt: cannot create a file in its folder: No such file or directory" \
+  "$(tail -n 1 <<<"$err")"
+
 # A price file the loader refuses ends a run where it meets it: what was found before it is
 # printed, then the file, the line and the problem; nothing is saved.
 mkdir -p "$scratch/mixed"

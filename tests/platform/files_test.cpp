@@ -60,6 +60,38 @@ TEST(Files, AFailedWriteNamesTheFileAndKeepsTheOldOne) {
   EXPECT_EQ(ReadText(file), "old");
 }
 
+int Entries(const fs::path& folder) {
+  int entries = 0;
+  for ([[maybe_unused]] const auto& e : fs::directory_iterator(folder)) ++entries;
+  return entries;
+}
+
+TEST(Files, AFileWrittenInPiecesAppearsOnlyWholeAndOnlyOnCommit) {
+  TempDir dir;
+  const fs::path file = dir / "report.txt";
+  WriteText(file, "old");
+  {
+    AtomicFile written(file);
+    written.Write("first\r\n");
+    written.Write("second\r\n");
+    EXPECT_EQ(ReadText(file), "old");  // nothing shows before the end
+    written.Commit();
+    EXPECT_NE(test::ErrorText([&] { written.Write("late"); }), "");  // a committed file is done
+  }
+  EXPECT_EQ(ReadText(file), "first\r\nsecond\r\n");
+  EXPECT_EQ(Entries(dir.path()), 1);
+  {
+    AtomicFile dropped(file);  // a cancelled run: never committed
+    dropped.Write("half");
+  }
+  EXPECT_EQ(ReadText(file), "first\r\nsecond\r\n");
+  EXPECT_EQ(Entries(dir.path()), 1);  // its temporary file is gone with it
+  const std::string refused =
+      test::ErrorText([&] { AtomicFile(dir / "nofolder" / "x.txt").Write("t"); });
+  EXPECT_EQ(refused.rfind((dir / "nofolder" / "x.txt").string() + ": cannot create a file", 0), 0u)
+      << refused;
+}
+
 TEST(Files, ReadsWholeFilesAndNamesOneThatIsMissing) {
   TempDir dir;
   std::string big(100000, 'x');

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <utility>
 
 #include "halvard/error.h"
 #include "halvard/platform/text.h"
@@ -164,14 +165,24 @@ std::optional<std::string> ReadFileIfExists(const fs::path& path) {
 }
 
 void WriteFileAtomically(const fs::path& path, std::string_view content, NewFileMode newFile) {
+  AtomicFile file(path, newFile);
+  file.Write(content);
+  file.Commit();
+}
+
+AtomicFile::AtomicFile(const fs::path& path, NewFileMode newFile) : path_(path) {
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
   RemoveStaleTemporaries(folder);
   std::string name = ".";  // hidden, beside the file, so the rename stays on one file system
   name += path.filename().string();
   name += ".XXXXXX";
-  std::string temp = (folder / name).string();
-  Descriptor fd(::mkstemp(temp.data()));
-  if (fd.get() < 0) throw Error(Describe(path, "cannot create a file in its folder", errno));
+  temp_ = (folder / name).string();
+  fd_ = ::mkstemp(temp_.data());
+  if (fd_ < 0) {
+    const int error = errno;
+    temp_.clear();
+    throw Error(Describe(path, "cannot create a file in its folder", error));
+  }
 
   // Keep the mode of the file being replaced; a new file gets the usual 0666 less the umask.
   struct stat st;
@@ -185,13 +196,31 @@ void WriteFileAtomically(const fs::path& path, std::string_view content, NewFile
     ::umask(mask);
     mode = 0666 & ~mask;
   }
-  const bool written = ::fchmod(fd.get(), mode) == 0 && WriteAll(fd.get(), content) &&
-                       ::fsync(fd.get()) == 0 && ::close(fd.release()) == 0;
-  if (!written || ::rename(temp.c_str(), path.c_str()) != 0) {
-    const int error = errno;
-    ::unlink(temp.c_str());
-    throw Error(Describe(path, "cannot write", error));
-  }
+  if (::fchmod(fd_, mode) != 0) Fail(errno);
+}
+
+AtomicFile::~AtomicFile() {
+  if (fd_ >= 0) ::close(fd_);
+  if (!temp_.empty()) ::unlink(temp_.c_str());
+}
+
+void AtomicFile::Write(std::string_view piece) {
+  if (temp_.empty()) throw Error(Describe(path_, "cannot write", EBADF));  // ended already
+  if (!WriteAll(fd_, piece)) Fail(errno);
+}
+
+void AtomicFile::Commit() {
+  if (temp_.empty()) throw Error(Describe(path_, "cannot write", EBADF));
+  const bool closed = ::fsync(fd_) == 0 && ::close(std::exchange(fd_, -1)) == 0;
+  if (!closed || ::rename(temp_.c_str(), path_.c_str()) != 0) Fail(errno);
+  temp_.clear();  // it is the file now
+}
+
+void AtomicFile::Fail(int error) {
+  if (fd_ >= 0) ::close(std::exchange(fd_, -1));
+  ::unlink(temp_.c_str());
+  temp_.clear();
+  throw Error(Describe(path_, "cannot write", error));
 }
 
 bool RestrictToOwner(const fs::path& path) {

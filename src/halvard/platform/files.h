@@ -42,6 +42,29 @@ enum class NewFileMode { kShared, kPrivate };
 void WriteFileAtomically(const std::filesystem::path& path, std::string_view content,
                          NewFileMode newFile = NewFileMode::kShared);
 
+// The same write a piece at a time, for a file too long to hold whole first (a big sweep's
+// report): the constructor makes the temporary file, Write adds to it, Commit renames it over the
+// target. Dropped without Commit (a failure, a cancelled run), the temporary file is removed and
+// the target stays as it was. Every step throws halvard::Error as WriteFileAtomically does.
+class AtomicFile {
+ public:
+  explicit AtomicFile(const std::filesystem::path& path,
+                      NewFileMode newFile = NewFileMode::kShared);
+  ~AtomicFile();
+  AtomicFile(const AtomicFile&) = delete;
+  AtomicFile& operator=(const AtomicFile&) = delete;
+
+  void Write(std::string_view piece);
+  void Commit();
+
+ private:
+  void Fail(int error);  // removes the temporary file, then throws
+
+  std::filesystem::path path_;
+  std::string temp_;  // empty once renamed or removed
+  int fd_ = -1;
+};
+
 // Takes away every right of group and others on an existing file; true when there was one to
 // take. A missing file, or one already private, is left alone.
 bool RestrictToOwner(const std::filesystem::path& path);

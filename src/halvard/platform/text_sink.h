@@ -2,6 +2,7 @@
 // Where reports and logs go: a pane of the desktop front end, the standard output of the command
 // line, or a string in a test.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -22,6 +23,27 @@ class StringSink : public TextSink {
 
  private:
   std::string text_;
+};
+
+// Keeps everything appended, as StringSink does, until PassOn names a sink to hand it to: from
+// then on it holds only the piece it is filling and hands the piece's whole lines on once it
+// passes pieceBytes, so that a report of hundreds of megabytes is printed and saved as it is made
+// instead of being held whole. A line is never cut, so a CR LF always arrives in one piece.
+class PassingSink : public TextSink {
+ public:
+  explicit PassingSink(size_t pieceBytes = size_t{1} << 20) : pieceBytes_(pieceBytes) {}
+  void Append(std::string_view text) override;
+  // Everything appended; while passing on, only what has not been handed on yet.
+  const std::string& text() const { return text_; }
+  // Hands on what is held in the next piece, then every later one.
+  void PassOn(TextSink& to) { to_ = &to; }
+  // Hands on everything held, a last line without its line end too.
+  void Flush();
+
+ private:
+  std::string text_;
+  TextSink* to_ = nullptr;
+  size_t pieceBytes_;
 };
 
 }  // namespace halvard::platform

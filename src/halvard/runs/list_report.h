@@ -43,7 +43,13 @@ class ListReport {
   // The levels start as one pass with the current stop loss and RS days.
   SweepLevels levels;
 
+  // The whole report; once it is streamed, only what has not been handed on yet.
   const std::string& text() const { return report_.text(); }
+  // Hands the report to `to` as it is made, whole lines about a megabyte at a time, instead of
+  // keeping it (the command line prints and saves a sweep's report so); FlushReport hands on the
+  // rest, however the run ended.
+  void StreamReport(platform::TextSink& to) { report_.PassOn(to); }
+  void FlushReport() { report_.Flush(); }
 
   // The passes of a sweep one walk of the list backtests (see PlanPasses): enough that a stock's
   // load and boxes are shared by many backtests, few enough that the outcomes held stay small
@@ -100,7 +106,7 @@ class ListReport {
 
   Session& s_;
   platform::Progress& progress_;
-  platform::StringSink report_;
+  platform::PassingSink report_;
 
  private:
   // What the first pass of a group made of a stock: what its rows and the view show, and the

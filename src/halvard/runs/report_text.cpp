@@ -1,7 +1,5 @@
 #include "halvard/runs/report_text.h"
 
-#include "halvard/platform/files.h"
-
 namespace halvard::runs {
 
 std::string RangeText(std::string_view from, std::string_view to, std::string_view step) {
@@ -18,7 +16,14 @@ std::string BuyModeLine(int buyMode) {
 }
 
 void SaveReport(const std::filesystem::path& file, std::string_view report) {
-  platform::WriteFileAtomically(file, std::string(report) + "\r\n");
+  ReportFile saved(file);
+  saved.Append(report);
+  saved.Commit();
+}
+
+void ReportFile::Commit() {
+  file_.Write("\r\n");
+  file_.Commit();
 }
 
 }  // namespace halvard::runs

@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "halvard/engine/back_tester.h"
+#include "halvard/platform/files.h"
+#include "halvard/platform/text_sink.h"
 
 namespace halvard::runs {
 
@@ -41,5 +43,19 @@ std::string BuyModeLine(int buyMode);
 
 // Saves a report as a text file: its text and one more CR LF, written whole or not at all.
 void SaveReport(const std::filesystem::path& file, std::string_view report);
+
+// The same file written as the report is made: the pieces appended go into a temporary file
+// beside it, and Commit adds the closing CR LF and puts it in place. Dropped without Commit (a
+// cancelled run, a price file refused), it leaves whatever file stood there. The constructor,
+// Append and Commit throw halvard::Error naming the file when it cannot be written.
+class ReportFile : public platform::TextSink {
+ public:
+  explicit ReportFile(const std::filesystem::path& file) : file_(file) {}
+  void Append(std::string_view piece) override { file_.Write(piece); }
+  void Commit();
+
+ private:
+  platform::AtomicFile file_;
+};
 
 }  // namespace halvard::runs
