@@ -131,9 +131,7 @@ void ShowSymbolOrFail(runs::Session& session, const std::string& symbol) {
   }
 }
 
-std::string WithLineFeeds(std::string_view text) {
-  std::string out;
-  out.reserve(text.size());
+void AppendWithLineFeeds(std::string_view text, std::string& out) {
   // Whole lines at a time (a big sweep's report has millions); each CR of a CR LF is left out.
   size_t at = 0;
   for (size_t crlf = text.find("\r\n"); crlf != std::string_view::npos;
@@ -142,6 +140,12 @@ std::string WithLineFeeds(std::string_view text) {
     at = crlf + 1;
   }
   out.append(text.substr(at));
+}
+
+std::string WithLineFeeds(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  AppendWithLineFeeds(text, out);
   return out;
 }
 

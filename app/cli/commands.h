@@ -50,5 +50,7 @@ void RunThenPrint(Run&& run, Print&& print) {
 
 // A report of the program (CR LF line ends) as the command line prints it: LF only.
 std::string WithLineFeeds(std::string_view text);
+// The same added to out, whose memory a caller printing piece after piece keeps.
+void AppendWithLineFeeds(std::string_view text, std::string& out);
 
 }  // namespace halvard::cli

@@ -21,7 +21,9 @@ ReportStream::ReportStream(bool print, const std::filesystem::path& saveFile,
 void ReportStream::Append(std::string_view piece) {
   if (print_) {
     progress_.ClearLine();
-    std::cout << WithLineFeeds(piece) << std::flush;  // before the progress is drawn again
+    printed_.clear();
+    AppendWithLineFeeds(piece, printed_);
+    std::cout << printed_ << std::flush;  // before the progress is drawn again
   }
   if (!file_) return;
   try {

@@ -33,6 +33,7 @@ class ReportStream : public platform::TextSink {
   TerminalProgress& progress_;
   std::optional<runs::ReportFile> file_;
   std::string saveFailure_;
+  std::string printed_;  // the piece with LF line ends, its memory kept from piece to piece
 };
 
 }  // namespace halvard::cli

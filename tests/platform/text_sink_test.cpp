@@ -22,22 +22,23 @@ TEST(PassingSink, KeepsEverythingUntilItPassesOn) {
   EXPECT_EQ(sink.text(), "a line that is long\r\nmore\r\n");
 }
 
-TEST(PassingSink, HandsOnWholeLinesOncePastAPieceAndLosesNothing) {
+TEST(PassingSink, HandsOnWholeLinesBeforeAPieceIsFullAndLosesNothing) {
   PassingSink sink(10);
   sink.Append("held\r\n");  // appended before passing on: goes with the first piece
   Pieces to;
   sink.PassOn(to);
   sink.Append("ab");
-  EXPECT_TRUE(to.pieces.empty());  // under a piece: held
-  sink.Append("cd\r");             // past a piece: the lines up to the last LF, not the lone CR
+  EXPECT_TRUE(to.pieces.empty());  // the piece has room: held
+  sink.Append("cd\r");             // no room: the lines up to the last LF go, not the lone CR
   EXPECT_EQ(to.pieces, std::vector<std::string>{"held\r\n"});
   sink.Append("\nef");
-  sink.Append("gh");
-  sink.Append("ijklmnop");  // past a piece, but no line has ended since the last one: held
+  sink.Append("gh");  // exactly full: held
+  EXPECT_EQ(to.pieces.size(), 1u);
+  sink.Append("ijklmnop");
   EXPECT_EQ(sink.text(), "efghijklmnop");
-  sink.Append("\r\nq");
-  sink.Flush();  // the rest, the unfinished last line too
-  EXPECT_EQ(to.pieces, (std::vector<std::string>{"held\r\n", "abcd\r\n", "efghijklmnop\r\n", "q"}));
+  sink.Append("\r\nq");  // no room, but no line has ended since the last piece: held
+  sink.Flush();          // the rest, the unfinished last line too
+  EXPECT_EQ(to.pieces, (std::vector<std::string>{"held\r\n", "abcd\r\n", "efghijklmnop\r\nq"}));
   EXPECT_EQ(sink.text(), "");
 }
 

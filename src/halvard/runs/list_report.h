@@ -45,7 +45,7 @@ class ListReport {
 
   // The whole report; once it is streamed, only what has not been handed on yet.
   const std::string& text() const { return report_.text(); }
-  // Hands the report to `to` as it is made, whole lines about a megabyte at a time, instead of
+  // Hands the report to `to` as it is made, whole lines 64 KB at a time, instead of
   // keeping it (the command line prints and saves a sweep's report so); FlushReport hands on the
   // rest, however the run ended.
   void StreamReport(platform::TextSink& to) { report_.PassOn(to); }
