@@ -15,7 +15,8 @@ namespace halvard::data {
 // The closes of the index file, newest first: a fixed 31,001 of them, all 0 until written. They
 // are held apart and only from the first write, because most series never get an index (the
 // views a run's threads load their stocks into) and zeroing a quarter of a megabyte for each
-// of them was a good part of what a short run touched. Reading never allocates.
+// of them was a good part of what a short run touched. Reading through a const reference never
+// allocates; the non-const operator[] is for writing and allocates the closes.
 class IndexCloses {
  public:
   static constexpr size_t kSize = 31001;

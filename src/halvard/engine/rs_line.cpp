@@ -11,13 +11,15 @@ void ComputeRSLine(StockView& v) {
   if (!v.rsAvailable || v.barCount <= 0) return;
   v.rsMin = 10000;
   v.rsMax = 0;
+  // Read through a const reference: the non-const access is for writing, and allocates.
+  const auto& index = v.indexClose;
   for (int i = 0; i < v.barCount; ++i) {
     // The line holds 366 days; a longer history ends the computation there, with the values so
     // far kept and no head-room added.
     if (i >= StockView::kRsValues) return;
     double rs = 0;
-    if (v.indexClose[i] > 0) {
-      rs = v.barClose[i] / v.indexClose[i];
+    if (index[i] > 0) {
+      rs = v.barClose[i] / index[i];
     } else if (i == 0) {
       return;  // nothing to carry forward on the newest day
     } else {
@@ -30,10 +32,6 @@ void ComputeRSLine(StockView& v) {
   v.rsMin -= v.rsMin / 10;
   v.rsMax += v.rsMax / 10;
 }
-
-}  // namespace halvard::engine
-
-namespace halvard::engine {
 
 void ComputeRSAverages(const StockView& v, double& avg, double& prevAvg) {
   avg = 0;
